@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Configures and builds one flavour of the tree: release (default), asan or tsan.
+# Usage: scripts/build.sh [release|asan|tsan] [extra cmake arguments...]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+flavour=${1:-release}
+shift || true
+case "$flavour" in
+    release) args=(-DCMAKE_BUILD_TYPE=Release) ;;
+    asan)    args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo "-DFRAMIX_SANITIZE=address;undefined"
+                   -DFRAMIX_BUILD_BENCH=OFF) ;;
+    tsan)    args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DFRAMIX_SANITIZE=thread
+                   -DFRAMIX_BUILD_BENCH=OFF) ;;
+    *) echo "unknown build flavour '$flavour' (release, asan or tsan)" >&2; exit 2 ;;
+esac
+generator=()
+command -v ninja >/dev/null && generator=(-G Ninja)
+cmake -S . -B "build/$flavour" "${generator[@]}" "${args[@]}" "$@" >/dev/null
+cmake --build "build/$flavour" -j "$(nproc)"

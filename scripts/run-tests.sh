@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# The whole test suite on a fresh machine: installs what is missing, then builds and tests
+# an optimised build and an AddressSanitizer + UndefinedBehaviorSanitizer build, and runs the
+# threading tests under ThreadSanitizer.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/install-deps.sh
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+for flavour in release asan; do
+    echo "== $flavour build"
+    scripts/build.sh "$flavour"
+    ctest --test-dir "build/$flavour" --output-on-failure -j "$(nproc)"
+done
+echo "== tsan build (threading tests)"
+scripts/build.sh tsan
+TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build/tsan --output-on-failure -j "$(nproc)" \
+    -R 'Thread|Concurren'
