@@ -13,23 +13,23 @@ namespace framix {
 namespace {
 
 constexpr std::array<TFXFormatInfo, kFXVideoFormatCount> kFormats{{
-    // Name        bpp Bpp planes sx sy sample alpha  yuv    FourCC
-    {"vfRGB24",    24, 3, 1, 0, 0, 1, false, false, FXMakeFourCC('B', 'G', 'R', '3')},
-    {"vfRGB32",    32, 4, 1, 0, 0, 1, true,  false, FXMakeFourCC('B', 'G', 'R', 'A')},
-    {"vfRGB555",   16, 2, 1, 0, 0, 1, false, false, FXMakeFourCC('R', 'G', 'B', 'O')},
-    {"vfYUY2",     16, 2, 1, 1, 0, 1, false, true,  FXMakeFourCC('Y', 'U', 'Y', '2')},
-    {"vfUYVY",     16, 2, 1, 1, 0, 1, false, true,  FXMakeFourCC('U', 'Y', 'V', 'Y')},
-    {"vfI420",     12, 1, 3, 1, 1, 1, false, true,  FXMakeFourCC('I', '4', '2', '0')},
-    {"vfRGB565",   16, 2, 1, 0, 0, 1, false, false, FXMakeFourCC('R', 'G', 'B', 'P')},
-    {"vfYV12",     12, 1, 3, 1, 1, 1, false, true,  FXMakeFourCC('Y', 'V', '1', '2')},
-    {"vfGray8",     8, 1, 1, 0, 0, 1, false, false, FXMakeFourCC('Y', '8', '0', '0')},
-    {"vfGray16",   16, 2, 1, 0, 0, 2, false, false, FXMakeFourCC('Y', '1', '6', ' ')},
-    {"vfNV12",     12, 1, 2, 1, 1, 1, false, true,  FXMakeFourCC('N', 'V', '1', '2')},
-    {"vfI422",     16, 1, 3, 1, 0, 1, false, true,  FXMakeFourCC('Y', '4', '2', 'B')},
-    {"vfI444",     24, 1, 3, 0, 0, 1, false, true,  FXMakeFourCC('4', '4', '4', 'P')},
-    {"vfYUVA444",  32, 1, 4, 0, 0, 1, true,  true,  FXMakeFourCC('Y', '4', 'A', 'P')},
-    {"vfRGB48",    48, 6, 1, 0, 0, 2, false, false, FXMakeFourCC('B', 'G', 'R', '6')},
-    {"vfRGBA64",   64, 8, 1, 0, 0, 2, true,  false, FXMakeFourCC('B', 'R', 'A', '6')},
+    // bpp Bpp planes sx sy sample alpha  yuv    FourCC
+    {24, 3, 1, 0, 0, 1, false, false, FXMakeFourCC('B', 'G', 'R', '3')},
+    {32, 4, 1, 0, 0, 1, true,  false, FXMakeFourCC('B', 'G', 'R', 'A')},
+    {16, 2, 1, 0, 0, 1, false, false, FXMakeFourCC('R', 'G', 'B', 'O')},
+    {16, 2, 1, 1, 0, 1, false, true,  FXMakeFourCC('Y', 'U', 'Y', '2')},
+    {16, 2, 1, 1, 0, 1, false, true,  FXMakeFourCC('U', 'Y', 'V', 'Y')},
+    {12, 1, 3, 1, 1, 1, false, true,  FXMakeFourCC('I', '4', '2', '0')},
+    {16, 2, 1, 0, 0, 1, false, false, FXMakeFourCC('R', 'G', 'B', 'P')},
+    {12, 1, 3, 1, 1, 1, false, true,  FXMakeFourCC('Y', 'V', '1', '2')},
+    {8, 1, 1, 0, 0, 1, false, false, FXMakeFourCC('Y', '8', '0', '0')},
+    {16, 2, 1, 0, 0, 2, false, false, FXMakeFourCC('Y', '1', '6', ' ')},
+    {12, 1, 2, 1, 1, 1, false, true,  FXMakeFourCC('N', 'V', '1', '2')},
+    {16, 1, 3, 1, 0, 1, false, true,  FXMakeFourCC('Y', '4', '2', 'B')},
+    {24, 1, 3, 0, 0, 1, false, true,  FXMakeFourCC('4', '4', '4', 'P')},
+    {32, 1, 4, 0, 0, 1, true,  true,  FXMakeFourCC('Y', '4', 'A', 'P')},
+    {48, 6, 1, 0, 0, 2, false, false, FXMakeFourCC('B', 'G', 'R', '6')},
+    {64, 8, 1, 0, 0, 2, true,  false, FXMakeFourCC('B', 'R', 'A', '6')},
 }};
 
 } // namespace
@@ -47,12 +47,15 @@ const TFXFormatInfo& FXFormatInfo(TFXVideoFormat format)
     return kFormats[FXCheckedVideoFormat(format)];
 }
 
-std::string_view FXVideoFormatName(TFXVideoFormat format) { return FXFormatInfo(format).Name; }
+std::string_view FXVideoFormatName(TFXVideoFormat format)
+{
+    return kFXVideoFormatNames[FXCheckedVideoFormat(format)];
+}
 
 TFXVideoFormat FXVideoFormatFromName(std::string_view name)
 {
     for (int i = 0; i < kFXVideoFormatCount; ++i)
-        if (kFormats[i].Name == name)
+        if (kFXVideoFormatNames[i] == name)
             return TFXVideoFormat(i);
     int ordinal = -1;
     auto [end, ec] = std::from_chars(name.data(), name.data() + name.size(), ordinal);

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <array>
+#include <span>
 #include <string_view>
 
 namespace framix {
@@ -41,7 +43,6 @@ inline constexpr int kFXVideoFormatCount = 16;
 
 // Everything the library needs to know about a format's layout.
 struct TFXFormatInfo {
-    std::string_view Name;  // "vfRGB24"
     int BitsPerPixel;       // average over the image (12 for 4:2:0)
     int BytesPerPixel;      // of the first plane; 1 for the planar YUV formats
     int PlaneCount;         // 1 for packed formats
@@ -112,5 +113,19 @@ private:
 // The formats every pixel filter processes natively besides vfRGB24 (the 16-bit set 0x0302).
 inline constexpr TFXFormatSet kFXNativeFormats{vfRGB32, vfGray8, vfGray16};
 static_assert(kFXNativeFormats.Mask() == 0x0302);
+
+} // namespace framix
+
+namespace framix {
+
+inline constexpr std::array<std::string_view, kFXVideoFormatCount> kFXVideoFormatNames{
+    "vfRGB24", "vfRGB32", "vfRGB555", "vfYUY2",  "vfUYVY", "vfI420", "vfRGB565",  "vfYV12",
+    "vfGray8", "vfGray16", "vfNV12",  "vfI422",  "vfI444", "vfYUVA444", "vfRGB48", "vfRGBA64"};
+
+// Lets the property system treat TFXVideoFormat like every FX_ENUM enumeration.
+constexpr std::span<const std::string_view> FXEnumNames(TFXVideoFormat)
+{
+    return kFXVideoFormatNames;
+}
 
 } // namespace framix
