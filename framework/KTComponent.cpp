@@ -16,8 +16,16 @@ TKTComponent::TKTComponent(TKTComponent* owner) : TKTPersistent(&FOwnLock), FOwn
         FOwner->FComponents.push_back(this);
 }
 
+void TKTComponent::BeforeDestruction()
+{
+    for (TKTComponent* child : FComponents)
+        child->BeforeDestruction();
+}
+
 TKTComponent::~TKTComponent()
 {
+    if (!FOwner)
+        BeforeDestruction();  // the root of a tree prepares the whole tree once
     // Children go first, newest first, so a child never outlives what it was wired to last.
     while (!FComponents.empty())
         delete FComponents.back();

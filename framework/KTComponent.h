@@ -33,6 +33,10 @@ public:
 
     // Called once the stored form has set every property and wired every pin.
     virtual void Loaded() {}
+    // Called on every owned component (depth first) before any of them is destroyed, while the
+    // whole tree is still intact: workers finish here. Call it before deleting a component
+    // that has no owner while it may still be running.
+    virtual void BeforeDestruction();
     // General component hooks, called around construction by the loader and the palette.
     virtual void CreateStart(bool loading) {}
     virtual void NotifyProp() {}
