@@ -89,7 +89,7 @@ void FXCheckPlanes(TFXVideoFormat format, const TFXConstPlanes& planes, int widt
     for (int plane = 0; plane < info.PlaneCount; ++plane) {
         const TFXPlaneGeometry g = FXPlaneGeometry(format, width, height, plane);
         const std::string where = std::string(what) + " plane " + std::to_string(plane) + " of " +
-                                  std::string(info.Name);
+                                  std::string(FXVideoFormatName(format));
         if (planes.Data[plane] == nullptr)
             throw EFXError("The " + where + " is null");
         if (planes.Stride[plane] < g.RowBytes)

@@ -11,6 +11,7 @@
 #include "framework/FXBufferPool.h"
 #include "framework/FXError.h"
 #include "framework/FXFormatConversion.h"
+#include "framework/FXResize.h"
 
 namespace framix {
 
