@@ -61,15 +61,25 @@ TFXObjectFreeList& BufferObjects()
     return *list;
 }
 
+// `wholeRows`: the source's last row has its padding too (true of every block a TFXImageBuffer
+// holds), so the padding bytes can be copied along.
 void CopyPlanes(TFXVideoFormat format, int width, int height, const TFXConstPlanes& src,
-                const TFXPlanes& dst)
+                const TFXPlanes& dst, bool wholeRows = false)
 {
     const int planes = FXFormatInfo(format).PlaneCount;
     for (int p = 0; p < planes; ++p) {
         const TFXPlaneGeometry g = FXPlaneGeometry(format, width, height, p);
-        for (int y = 0; y < g.Rows; ++y)
-            std::memcpy(dst.Data[p] + std::ptrdiff_t(y) * dst.Stride[p],
-                        src.Data[p] + std::ptrdiff_t(y) * src.Stride[p], std::size_t(g.RowBytes));
+        if (g.Rows > 0 && src.Stride[p] == dst.Stride[p]) {
+            // One block, padding included, so a copy keeps whatever the padding held.
+            std::memcpy(dst.Data[p], src.Data[p],
+                        std::size_t(src.Stride[p]) * std::size_t(g.Rows - 1) +
+                            std::size_t(wholeRows ? src.Stride[p] : g.RowBytes));
+        } else {
+            for (int y = 0; y < g.Rows; ++y)
+                std::memcpy(dst.Data[p] + std::ptrdiff_t(y) * dst.Stride[p],
+                            src.Data[p] + std::ptrdiff_t(y) * src.Stride[p],
+                            std::size_t(g.RowBytes));
+        }
         GPixelBytesCopied.fetch_add(std::uint64_t(g.RowBytes) * std::uint64_t(g.Rows),
                                     std::memory_order_relaxed);
     }
@@ -328,7 +338,7 @@ void TFXImageBuffer::MakeUnique(bool keepContents)
     FStorage = nullptr;
     Reshape(FWidth, FHeight, FFormat, FXFormatInfo(FFormat).PlaneCount == 1 ? FStride[0] : 0);
     if (keepContents)
-        CopyPlanes(FFormat, FWidth, FHeight, oldPlanes, PlanesOf(FStorage->Data()));
+        CopyPlanes(FFormat, FWidth, FHeight, oldPlanes, PlanesOf(FStorage->Data()), true);
     old->Release();
 }
 
@@ -440,8 +450,9 @@ void TFXImageBuffer::ConvertFormat(TFXVideoFormat format)
 
 void FXResizeBuffer(IFXImageBuffer& buffer, unsigned width, unsigned height)
 {
-    if (width > unsigned(kFXMaxImageSide) || height > unsigned(kFXMaxImageSide))
-        CheckSize(int(std::min<unsigned>(width, 1u << 30)), int(std::min<unsigned>(height, 1u << 30)));
+    CheckSize(int(std::min<unsigned>(width, 1u << 30)), int(std::min<unsigned>(height, 1u << 30)));
+    if (width == 0)
+        throw EFXError("Cannot resize a frame to 0 x 0");
     if (int(width) == buffer.GetWidth() && int(height) == buffer.GetHeight())
         return;
     FXImageBufferPtr resized = new TFXImageBuffer(int(width), int(height), buffer.GetFormat());

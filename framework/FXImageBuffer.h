@@ -76,7 +76,8 @@ struct TFXDataBlock {
     int Width = 0;
     int Height = 0;
     TFXVideoFormat Format = vfRGB24;
-    int RowStride = 0;  // plane 0; 0 = packed. Planar formats must be packed.
+    int RowStride = 0;  // plane 0; 0 = packed. Planar formats must be packed. The block
+                        // holds RowStride * Height bytes (the last row padded too).
     bool Writable = false;
     std::function<void()> Release;
 };
