@@ -95,8 +95,12 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
             if (p.Shape == TFXShape::MaskFilter) {
                 c.Mask = masks[n % masks.size()];
                 switch (rep) {
-                case 0: c.Anchor = {c.Mask.width / 2, c.Mask.height / 2}; break;
-                case 1: c.Anchor = {0, c.Mask.height - 1}; break;
+                case 0:
+                    c.Anchor = {c.Mask.width / 2, c.Mask.height / 2};
+                    break;
+                case 1:
+                    c.Anchor = {0, c.Mask.height - 1};
+                    break;
                 default:
                     c.Anchor = {int(rng() % c.Mask.width), int(rng() % c.Mask.height)};
                 }
@@ -175,8 +179,8 @@ TFXRunResult TFXCaseImages::Run(prim::TFXAnyFn fn) const
 
 std::size_t TFXCaseImages::DstOffset(int x, int y, int c) const
 {
-    return kFXGuardBytes + std::size_t(y) * FDstStep +
-           std::size_t(x) * FPixelBytes + std::size_t(c) * prim::FXSampleBytes(FPrim.Sample);
+    return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FPixelBytes +
+           std::size_t(c) * prim::FXSampleBytes(FPrim.Sample);
 }
 
 long TFXCaseImages::FirstDamagedGuard(const std::vector<Ipp8u>& dst) const
