@@ -36,13 +36,14 @@ inline int VectorStart(int i, int n, int lanes)
 
 // ---------------------------------------------------------------- box
 
-// Exact sum / count, halves to even, for 0 <= sum < 2^31: a float quotient is within one of
-// the truth, the remainder corrects it, then the remainder decides the rounding.
-inline VI32 DivRoundHalfEven(VI32 sum, VI32 count, VF32 countF)
+// Exact sum / count, halves to even, for 0 <= sum < 2^31: a float estimate (times the
+// reciprocal) is within one of the truth, the remainder corrects it, then the remainder
+// decides the rounding.
+inline VI32 DivRoundHalfEven(VI32 sum, VI32 count, VF32 reciprocal)
 {
     const VI32 zero = SplatI32(0);
     const VI32 one = SplatI32(1);
-    VI32 q = TruncToI32(Div(ToF32(sum), countF));
+    VI32 q = TruncToI32(Mul(ToF32(sum), reciprocal));
     VI32 r = Sub(sum, MulLo(q, count));
     const VI32 under = CmpGt(zero, r); // all ones: q one too big
     q = Add(q, under);
@@ -78,7 +79,7 @@ IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize d
         StoreI32(col + at, s);
     }
     const VI32 countV = SplatI32(int(count));
-    const VF32 countF = SplatF32(float(count));
+    const VF32 reciprocal = SplatF32(1.0f / float(count));
     for (int y = 0; y < dstRoiSize.height; ++y) {
         T* out = RowAt(pDst, dstStep, y);
         for (int i = 0; i < n; i += kLanes32) {
@@ -86,7 +87,7 @@ IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize d
             VI32 s = LoadI32(col + at);
             for (int dx = 1; dx < maskSize.width; ++dx)
                 s = Add(s, LoadI32(col + at + dx * kCh));
-            StoreNarrow(out + at, DivRoundHalfEven(s, countV, countF));
+            StoreNarrow(out + at, DivRoundHalfEven(s, countV, reciprocal));
         }
         if (y + 1 == dstRoiSize.height)
             break;
