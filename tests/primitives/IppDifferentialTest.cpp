@@ -77,18 +77,8 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     RecordProperty("differing_samples", std::to_string(differing) + "/" + std::to_string(samples));
 }
 
-std::vector<const TFXPrimitiveInfo*> AllPrimitives()
-{
-    std::vector<const TFXPrimitiveInfo*> all;
-    for (const TFXPrimitiveInfo& p : prim::FXAllPrimitives())
-        all.push_back(&p);
-    return all;
-}
-
-INSTANTIATE_TEST_SUITE_P(AllPrimitives, IppDifferential, testing::ValuesIn(AllPrimitives()),
-                         [](const testing::TestParamInfo<const TFXPrimitiveInfo*>& info) {
-                             return std::string(info.param->Name);
-                         });
+INSTANTIATE_TEST_SUITE_P(AllPrimitives, IppDifferential,
+                         testing::ValuesIn(FXAllPrimitivePointers()), FXPrimitiveTestName);
 
 } // namespace
 } // namespace framix::test

@@ -65,23 +65,13 @@ std::string PrimitiveLevelName(
            std::string(FXLevelName(std::get<1>(info.param)));
 }
 
-std::vector<const TFXPrimitiveInfo*> AllPrimitives()
-{
-    std::vector<const TFXPrimitiveInfo*> all;
-    for (const TFXPrimitiveInfo& p : prim::FXAllPrimitives())
-        all.push_back(&p);
-    return all;
-}
-
 INSTANTIATE_TEST_SUITE_P(AllPrimitives, PrimitiveDifferential,
-                         testing::Combine(testing::ValuesIn(AllPrimitives()),
+                         testing::Combine(testing::ValuesIn(FXAllPrimitivePointers()),
                                           testing::Values(TFXSimdLevel::Sse41, TFXSimdLevel::Avx2,
                                                           TFXSimdLevel::Avx512)),
                          PrimitiveLevelName);
-INSTANTIATE_TEST_SUITE_P(AllPrimitives, PrimitiveEntry, testing::ValuesIn(AllPrimitives()),
-                         [](const testing::TestParamInfo<const TFXPrimitiveInfo*>& info) {
-                             return std::string(info.param->Name);
-                         });
+INSTANTIATE_TEST_SUITE_P(AllPrimitives, PrimitiveEntry, testing::ValuesIn(FXAllPrimitivePointers()),
+                         FXPrimitiveTestName);
 
 } // namespace
 } // namespace framix::test

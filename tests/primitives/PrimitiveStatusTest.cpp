@@ -91,18 +91,8 @@ TEST_P(PrimitiveStatus, BadMasksAndAnchorsAreRejected)
     }
 }
 
-std::vector<const TFXPrimitiveInfo*> AllPrimitives()
-{
-    std::vector<const TFXPrimitiveInfo*> all;
-    for (const TFXPrimitiveInfo& p : prim::FXAllPrimitives())
-        all.push_back(&p);
-    return all;
-}
-
-INSTANTIATE_TEST_SUITE_P(AllPrimitives, PrimitiveStatus, testing::ValuesIn(AllPrimitives()),
-                         [](const testing::TestParamInfo<const TFXPrimitiveInfo*>& info) {
-                             return std::string(info.param->Name);
-                         });
+INSTANTIATE_TEST_SUITE_P(AllPrimitives, PrimitiveStatus,
+                         testing::ValuesIn(FXAllPrimitivePointers()), FXPrimitiveTestName);
 
 } // namespace
 } // namespace framix::test

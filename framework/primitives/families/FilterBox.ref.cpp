@@ -2,6 +2,7 @@
 // Box and rank filters, reference: the definitions the vector kernels are proved against.
 #include "framework/primitives/families/FilterBox.h"
 
+#include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 
 #include <algorithm>
@@ -14,13 +15,7 @@ namespace {
 // Sample c of pixel (x, y) relative to the ROI origin; x and y may lie outside the ROI.
 template <class T, TFXLayout L> const T& At(const T* pSrc, int srcStep, int x, int y, int c)
 {
-    const auto* row = reinterpret_cast<const Ipp8u*>(pSrc) + std::ptrdiff_t(y) * srcStep;
-    return reinterpret_cast<const T*>(row)[std::ptrdiff_t(x) * FXChannels(L) + c];
-}
-
-template <class T, TFXLayout L> T* DstRow(T* pDst, int dstStep, int y)
-{
-    return reinterpret_cast<T*>(reinterpret_cast<Ipp8u*>(pDst) + std::ptrdiff_t(y) * dstStep);
+    return FXRowAt(pSrc, srcStep, y)[std::ptrdiff_t(x) * FXChannels(L) + c];
 }
 
 // Runs `reduce` over the neighbourhood of every ROI sample: columns x - anchor.x ...
@@ -32,7 +27,7 @@ IppStatus ForEachNeighbourhood(const T* pSrc, int srcStep, T* pDst, int dstStep,
 {
     std::vector<T> values(std::size_t(mask.width) * mask.height);
     for (int y = 0; y < roi.height; ++y) {
-        T* out = DstRow<T, L>(pDst, dstStep, y);
+        T* out = FXRowAt(pDst, dstStep, y);
         for (int x = 0; x < roi.width; ++x)
             for (int c = 0; c < FXProcessedChannels(L); ++c) {
                 std::size_t n = 0;

@@ -2,6 +2,7 @@
 // Box and rank filters, vector kernels: compiled once per level (see CMakeLists.txt).
 #include "framework/primitives/families/FilterBox.h"
 
+#include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/simd/FXVec.h"
 
@@ -17,22 +18,6 @@
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
-
-template <class T> const T* RowAt(const T* p, int step, int y)
-{
-    return reinterpret_cast<const T*>(reinterpret_cast<const Ipp8u*>(p) + std::ptrdiff_t(y) * step);
-}
-
-template <class T> T* RowAt(T* p, int step, int y)
-{
-    return reinterpret_cast<T*>(reinterpret_cast<Ipp8u*>(p) + std::ptrdiff_t(y) * step);
-}
-
-// See FilterSeparable.simd.h: the last vector of a row ends at the row's end.
-inline int VectorStart(int i, int n, int lanes)
-{
-    return i + lanes > n ? n - lanes : i;
-}
 
 // ---------------------------------------------------------------- box
 
@@ -68,22 +53,22 @@ IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize d
     if (L == TFXLayout::AC4 || n < kLanes32 || count * kFXSampleMax < T >> INT32_MAX)
         return kFXDeclined;
     // first: the neighbourhood's top-left sample for ROI pixel (0, 0)
-    const T* first = RowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
+    const T* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
     std::unique_ptr<Ipp32s[]> columns(new Ipp32s[e]);
     Ipp32s* col = columns.get();
     for (int i = 0; i < e; i += kLanes32) {
-        const int at = VectorStart(i, e, kLanes32);
+        const int at = FXVectorStart(i, e, kLanes32);
         VI32 s = LoadWiden(first + at);
         for (int dy = 1; dy < maskSize.height; ++dy)
-            s = Add(s, LoadWiden(RowAt(first, srcStep, dy) + at));
+            s = Add(s, LoadWiden(FXRowAt(first, srcStep, dy) + at));
         StoreI32(col + at, s);
     }
     const VI32 countV = SplatI32(int(count));
     const VF32 reciprocal = SplatF32(1.0f / float(count));
     for (int y = 0; y < dstRoiSize.height; ++y) {
-        T* out = RowAt(pDst, dstStep, y);
+        T* out = FXRowAt(pDst, dstStep, y);
         for (int i = 0; i < n; i += kLanes32) {
-            const int at = VectorStart(i, n, kLanes32);
+            const int at = FXVectorStart(i, n, kLanes32);
             VI32 s = LoadI32(col + at);
             for (int dx = 1; dx < maskSize.width; ++dx)
                 s = Add(s, LoadI32(col + at + dx * kCh));
@@ -92,8 +77,8 @@ IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize d
         if (y + 1 == dstRoiSize.height)
             break;
         // Slide the column sums one row down. Not idempotent, so the tail is scalar.
-        const T* leaving = RowAt(first, srcStep, y);
-        const T* entering = RowAt(first, srcStep, y + maskSize.height);
+        const T* leaving = FXRowAt(first, srcStep, y);
+        const T* entering = FXRowAt(first, srcStep, y + maskSize.height);
         int i = 0;
         for (; i + kLanes32 <= e; i += kLanes32)
             StoreI32(col + i,
@@ -123,21 +108,21 @@ IppStatus FilterExtreme(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
     const int e = (roi.width + mask.width - 1) * kCh;
     if (L == TFXLayout::AC4 || n < kLanes<T>)
         return kFXDeclined;
-    const T* first = RowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
+    const T* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
     std::unique_ptr<T[]> columns(new T[e]);
     T* col = columns.get();
     for (int y = 0; y < roi.height; ++y) {
-        const T* top = RowAt(first, srcStep, y);
+        const T* top = FXRowAt(first, srcStep, y);
         for (int i = 0; i < e; i += kLanes<T>) {
-            const int at = VectorStart(i, e, kLanes<T>);
+            const int at = FXVectorStart(i, e, kLanes<T>);
             auto v = Load(top + at);
             for (int dy = 1; dy < mask.height; ++dy)
-                v = take(v, Load(RowAt(top, srcStep, dy) + at));
+                v = take(v, Load(FXRowAt(top, srcStep, dy) + at));
             Store(col + at, v);
         }
-        T* out = RowAt(pDst, dstStep, y);
+        T* out = FXRowAt(pDst, dstStep, y);
         for (int i = 0; i < n; i += kLanes<T>) {
-            const int at = VectorStart(i, n, kLanes<T>);
+            const int at = FXVectorStart(i, n, kLanes<T>);
             auto v = Load(col + at);
             for (int dx = 1; dx < mask.width; ++dx)
                 v = take(v, Load(col + at + dx * kCh));
@@ -262,7 +247,7 @@ inline void RunMedianNet([[maybe_unused]] V* w, std::index_sequence<S...>)
 template <int N, class T> void MedianRow(const T* const* taps, T* out, int n)
 {
     for (int i = 0; i < n; i += kLanes<T>) {
-        const int at = VectorStart(i, n, kLanes<T>);
+        const int at = FXVectorStart(i, n, kLanes<T>);
         TVec<T> w[N];
         for (int k = 0; k < N; ++k)
             w[k] = Load(taps[k] + at);
@@ -310,14 +295,14 @@ IppStatus FilterMedian(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSiz
     const TMedianRowFn<T> row = MedianRowFor<T>(count);
     if (L == TFXLayout::AC4 || n < kLanes<T> || row == nullptr)
         return kFXDeclined;
-    const T* first = RowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
+    const T* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
     const T* taps[64];
     for (int y = 0; y < dstRoiSize.height; ++y) {
         int k = 0;
         for (int dy = 0; dy < maskSize.height; ++dy)
             for (int dx = 0; dx < maskSize.width; ++dx)
-                taps[k++] = RowAt(first, srcStep, y + dy) + dx * kCh;
-        row(taps, RowAt(pDst, dstStep, y), n);
+                taps[k++] = FXRowAt(first, srcStep, y + dy) + dx * kCh;
+        row(taps, FXRowAt(pDst, dstStep, y), n);
     }
     return ippStsNoErr;
 }

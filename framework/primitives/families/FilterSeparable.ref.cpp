@@ -3,25 +3,12 @@
 // against.
 #include "framework/primitives/families/FilterSeparable.h"
 
+#include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 
 #include <cstddef>
 
 namespace framix::prim::ref {
-namespace {
-
-template <class T> const T* Row(const T* p, int step, int y)
-{
-    return reinterpret_cast<const T*>(reinterpret_cast<const Ipp8u*>(p) + std::ptrdiff_t(y) * step);
-}
-
-template <class T> T* Row(T* p, int step, int y)
-{
-    return reinterpret_cast<T*>(reinterpret_cast<Ipp8u*>(p) + std::ptrdiff_t(y) * step);
-}
-
-} // namespace
-
 // D(x, y) = sum over j of pKernel[j] * S(x + xAnchor - j, y): the kernel runs in inverse order
 // (a true convolution), so pKernel[0] weights the rightmost pixel. Products and the running sum
 // are single precision, taken in increasing j; the vector kernels keep exactly this order.
@@ -31,8 +18,8 @@ IppStatus FilterRow32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSiz
 {
     constexpr int kCh = FXChannels(L);
     for (int y = 0; y < dstRoiSize.height; ++y) {
-        const T* in = Row(pSrc, srcStep, y);
-        T* out = Row(pDst, dstStep, y);
+        const T* in = FXRowAt(pSrc, srcStep, y);
+        T* out = FXRowAt(pDst, dstStep, y);
         for (int x = 0; x < dstRoiSize.width; ++x)
             for (int c = 0; c < FXProcessedChannels(L); ++c) {
                 float sum = 0.0f;
@@ -51,12 +38,12 @@ IppStatus FilterColumn32f(const T* pSrc, int srcStep, T* pDst, int dstStep, Ippi
 {
     constexpr int kCh = FXChannels(L);
     for (int y = 0; y < dstRoiSize.height; ++y) {
-        T* out = Row(pDst, dstStep, y);
+        T* out = FXRowAt(pDst, dstStep, y);
         for (int x = 0; x < dstRoiSize.width; ++x)
             for (int c = 0; c < FXProcessedChannels(L); ++c) {
                 float sum = 0.0f;
                 for (int i = 0; i < kernelSize; ++i)
-                    sum += pKernel[i] * float(Row(pSrc, srcStep, y + yAnchor - i)[x * kCh + c]);
+                    sum += pKernel[i] * float(FXRowAt(pSrc, srcStep, y + yAnchor - i)[x * kCh + c]);
                 out[x * kCh + c] = FXSaturateRound<T>(sum);
             }
     }

@@ -2,6 +2,7 @@
 // Separable row and column filters, vector kernels: compiled once per level (see CMakeLists.txt).
 #include "framework/primitives/families/FilterSeparable.h"
 
+#include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/simd/FXVec.h"
 
@@ -10,29 +11,11 @@
 namespace framix::prim::FX_SIMD_NS {
 namespace {
 
-template <class T> const T* RowAt(const T* p, int step, int y)
-{
-    return reinterpret_cast<const T*>(reinterpret_cast<const Ipp8u*>(p) + std::ptrdiff_t(y) * step);
-}
-
-template <class T> T* RowAt(T* p, int step, int y)
-{
-    return reinterpret_cast<T*>(reinterpret_cast<Ipp8u*>(p) + std::ptrdiff_t(y) * step);
-}
-
 // Clamp first, then convert with halves to even: the order FXSaturateRound uses.
 template <class T> void StoreRounded(T* p, VF32 sum)
 {
     const VF32 clamped = Min(Max(sum, SplatF32(0.0f)), SplatF32(float(kFXSampleMax<T>)));
     StoreNarrow(p, RoundToI32(clamped));
-}
-
-// Start of the vector at step `i` of a row of n samples: the last one is moved back so it ends
-// at the row's end (it recomputes a few samples; every kernel here is a pure function of the
-// source, so rewriting them is harmless).
-inline int VectorStart(int i, int n, int lanes)
-{
-    return i + lanes > n ? n - lanes : i;
 }
 
 } // namespace
@@ -48,10 +31,10 @@ IppStatus FilterRow32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSiz
     if (L == TFXLayout::AC4 || n < kLanes32)
         return kFXDeclined;
     for (int y = 0; y < dstRoiSize.height; ++y) {
-        const T* in = RowAt(pSrc, srcStep, y) + std::ptrdiff_t(xAnchor) * kCh;
-        T* out = RowAt(pDst, dstStep, y);
+        const T* in = FXRowAt(pSrc, srcStep, y) + std::ptrdiff_t(xAnchor) * kCh;
+        T* out = FXRowAt(pDst, dstStep, y);
         for (int i = 0; i < n; i += kLanes32) {
-            const int at = VectorStart(i, n, kLanes32);
+            const int at = FXVectorStart(i, n, kLanes32);
             VF32 sum = SplatF32(0.0f);
             for (int j = 0; j < kernelSize; ++j)
                 sum = Add(sum, Mul(SplatF32(pKernel[j]),
@@ -70,14 +53,14 @@ IppStatus FilterColumn32f(const T* pSrc, int srcStep, T* pDst, int dstStep, Ippi
     if (L == TFXLayout::AC4 || n < kLanes32)
         return kFXDeclined;
     for (int y = 0; y < dstRoiSize.height; ++y) {
-        const T* lowest = RowAt(pSrc, srcStep, y + yAnchor); // weighted by pKernel[0]
-        T* out = RowAt(pDst, dstStep, y);
+        const T* lowest = FXRowAt(pSrc, srcStep, y + yAnchor); // weighted by pKernel[0]
+        T* out = FXRowAt(pDst, dstStep, y);
         for (int i = 0; i < n; i += kLanes32) {
-            const int at = VectorStart(i, n, kLanes32);
+            const int at = FXVectorStart(i, n, kLanes32);
             VF32 sum = SplatF32(0.0f);
             for (int k = 0; k < kernelSize; ++k)
                 sum = Add(sum, Mul(SplatF32(pKernel[k]),
-                                   ToF32(LoadWiden(RowAt(lowest, srcStep, -k) + at))));
+                                   ToF32(LoadWiden(FXRowAt(lowest, srcStep, -k) + at))));
             StoreRounded(out + at, sum);
         }
     }

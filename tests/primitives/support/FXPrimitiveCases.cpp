@@ -196,4 +196,17 @@ long TFXCaseImages::FirstDamagedGuard(const std::vector<Ipp8u>& dst) const
     return -1;
 }
 
+std::vector<const prim::TFXPrimitiveInfo*> FXAllPrimitivePointers()
+{
+    std::vector<const prim::TFXPrimitiveInfo*> all;
+    for (const prim::TFXPrimitiveInfo& p : prim::FXAllPrimitives())
+        all.push_back(&p);
+    return all;
+}
+
+std::string FXPrimitiveTestName(const testing::TestParamInfo<const prim::TFXPrimitiveInfo*>& info)
+{
+    return std::string(info.param->Name);
+}
+
 } // namespace framix::test

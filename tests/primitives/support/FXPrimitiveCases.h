@@ -4,6 +4,8 @@
 
 #include "framework/primitives/FXPrimitiveRegistry.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -73,5 +75,9 @@ private:
 };
 
 inline constexpr int kFXGuardBytes = 64;
+
+// Every registered primitive, for value-parameterised tests, and their test names.
+std::vector<const prim::TFXPrimitiveInfo*> FXAllPrimitivePointers();
+std::string FXPrimitiveTestName(const testing::TestParamInfo<const prim::TFXPrimitiveInfo*>& info);
 
 } // namespace framix::test
