@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+// Every registered primitive at every level this machine runs, at 1920x1080, beside memcpy and
+// the real IPP where it is installed. Names: <primitive>/<level>/1920x1080/<parameters>.
+#include "framework/primitives/FXPrimitiveRegistry.h"
+#include "tests/primitives/support/FXIppOracle.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace framix::bench {
+namespace {
+
+using prim::TFXPrimitiveInfo;
+using prim::TFXShape;
+
+constexpr IppiSize kFrame{1920, 1080};
+
+// One parameter set of a shape, as it appears in the benchmark name.
+struct TFXBenchParams {
+    std::string Label;
+    IppiSize Mask{1, 1};
+    IppiPoint Anchor{0, 0};
+    std::vector<Ipp32f> Kernel;
+    int KernelAnchor = 0;
+};
+
+std::vector<TFXBenchParams> ParamsFor(TFXShape shape)
+{
+    if (shape == TFXShape::MaskFilter)
+        return {{"mask:3x3", {3, 3}, {1, 1}, {}, 0}, {"mask:5x5", {5, 5}, {2, 2}, {}, 0}};
+    return {{"kernel:5", {1, 1}, {0, 0}, {0.0625f, 0.25f, 0.375f, 0.25f, 0.0625f}, 2}};
+}
+
+// A 1080p frame with the margins the primitive reads, rows 64-byte aligned, and its output.
+class TFXBenchImages {
+public:
+    TFXBenchImages(const TFXPrimitiveInfo& p, const TFXBenchParams& params)
+    {
+        FArgs.Roi = kFrame;
+        FArgs.Mask = params.Mask;
+        FArgs.Anchor = params.Anchor;
+        FArgs.Kernel = params.Kernel.data();
+        FArgs.KernelSize = int(params.Kernel.size());
+        FArgs.KernelAnchor = params.KernelAnchor;
+        FKernel = params.Kernel;
+        FArgs.Kernel = FKernel.data();
+        const prim::TFXMargins m = prim::FXShapeMargins(p.Shape, FArgs);
+        const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
+        const int srcRow = (kFrame.width + m.Left + m.Right) * pixelBytes;
+        FArgs.SrcStep = (srcRow + 63) / 64 * 64;
+        FArgs.DstStep = (kFrame.width * pixelBytes + 63) / 64 * 64;
+        const std::size_t srcBytes =
+            std::size_t(FArgs.SrcStep) * (kFrame.height + m.Top + m.Bottom);
+        FSrc.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, srcBytes)));
+        FDst.reset(static_cast<Ipp8u*>(
+            std::aligned_alloc(64, std::size_t(FArgs.DstStep) * kFrame.height)));
+        std::mt19937 rng(7);
+        for (std::size_t i = 0; i < srcBytes; ++i)
+            FSrc.get()[i] = Ipp8u(rng());
+        std::memset(FDst.get(), 0, std::size_t(FArgs.DstStep) * kFrame.height);
+        FArgs.Src =
+            FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * pixelBytes;
+        FArgs.Dst = FDst.get();
+        FBytes = 2.0 * double(kFrame.width) * kFrame.height * pixelBytes; // read + written
+    }
+
+    const prim::TFXShapeArgs& Args() const { return FArgs; }
+    double Bytes() const { return FBytes; }
+
+private:
+    struct TFree {
+        void operator()(Ipp8u* p) const { std::free(p); }
+    };
+    prim::TFXShapeArgs FArgs;
+    std::vector<Ipp32f> FKernel;
+    std::unique_ptr<Ipp8u, TFree> FSrc, FDst;
+    double FBytes = 0;
+};
+
+void SetCounters(benchmark::State& state, double bytes)
+{
+    state.SetBytesProcessed(int64_t(double(state.iterations()) * bytes));
+    state.counters["MPix/s"] = benchmark::Counter(double(kFrame.width) * kFrame.height / 1e6,
+                                                  benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void RunLevel(benchmark::State& state, const TFXPrimitiveInfo* p, TFXSimdLevel level,
+              TFXBenchParams params)
+{
+    const TFXBenchImages images(*p, params);
+    const prim::TFXAnyFn fn = p->At(level);
+    const IppStatus first = prim::FXCallShape(p->Shape, p->Sample, fn, images.Args());
+    if (first != ippStsNoErr) {
+        state.SkipWithError(first == prim::kFXDeclined ? "declined: the reference runs"
+                                                       : "the primitive failed");
+        return;
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(prim::FXCallShape(p->Shape, p->Sample, fn, images.Args()));
+        benchmark::ClobberMemory();
+    }
+    SetCounters(state, images.Bytes());
+}
+
+void RunIpp(benchmark::State& state, const TFXPrimitiveInfo* p, TFXBenchParams params)
+{
+    const TFXBenchImages images(*p, params);
+    test::TFXIppOracle ipp(*p, images.Args());
+    if (!ipp.Ready() || ipp.Run() != 0) {
+        state.SkipWithError("IPP refused the arguments");
+        return;
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ipp.Run());
+        benchmark::ClobberMemory();
+    }
+    SetCounters(state, images.Bytes());
+}
+
+void RunMemcpy(benchmark::State& state, int pixelBytes)
+{
+    const std::size_t bytes = std::size_t(kFrame.width) * kFrame.height * pixelBytes;
+    std::vector<Ipp8u> src(bytes, 1), dst(bytes);
+    for (auto _ : state) {
+        std::memcpy(dst.data(), src.data(), bytes);
+        benchmark::DoNotOptimize(dst.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(bytes) * 2);
+}
+
+bool RegisterAll()
+{
+    // The real IPP from scripts/install-ipp.sh, unless FRAMIX_IPP_DIR says otherwise.
+    std::string repo = __FILE__;
+    repo.resize(repo.size() - std::strlen("bench/primitives/PrimitiveBench.cpp"));
+    setenv("FRAMIX_IPP_DIR", (repo + ".deps/ipp/lib").c_str(), 0);
+    const bool ipp = test::FXRealIppLoaded();
+    const std::string frame =
+        "/" + std::to_string(kFrame.width) + "x" + std::to_string(kFrame.height) + "/";
+    for (const TFXPrimitiveInfo& p : prim::FXAllPrimitives())
+        for (const TFXBenchParams& params : ParamsFor(p.Shape)) {
+            for (TFXSimdLevel level : kFXAllSimdLevels)
+                if (p.Has(level) && FXCpuSupports(level))
+                    benchmark::RegisterBenchmark((std::string(p.Name) + "/" +
+                                                  std::string(FXLevelName(level)) + frame +
+                                                  params.Label)
+                                                     .c_str(),
+                                                 RunLevel, &p, level, params)
+                        ->Unit(benchmark::kMicrosecond);
+            if (ipp)
+                benchmark::RegisterBenchmark(
+                    (std::string(p.Name) + "/ipp" + frame + params.Label).c_str(), RunIpp, &p,
+                    params)
+                    ->Unit(benchmark::kMicrosecond);
+        }
+    for (int pixelBytes : {1, 2, 4})
+        benchmark::RegisterBenchmark(("memcpy/1920x1080x" + std::to_string(pixelBytes)).c_str(),
+                                     RunMemcpy, pixelBytes)
+            ->Unit(benchmark::kMicrosecond);
+    return true;
+}
+
+const bool kRegistered = RegisterAll();
+
+} // namespace
+} // namespace framix::bench

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Dispatcher module Fxbasicdispatcher: the IPP-named variables for arithmetic and logic, copy and
+// set, mirror, alpha composition, channel swap, separable row and column filters, weighted
+// accumulation.
+#pragma once
+
+#include "framework/primitives/dispatch/FXDispatcherModule.h"
+#include "framework/primitives/dispatch/FXIppPointers.h"
+#include "framework/primitives/families/FilterSeparable.h"
+
+// The module's variables in declaration order (binding order): V(name, ...).
+#define FX_FXBASICDISPATCHER_VARIABLES(V) FX_FILTER_SEPARABLE_PRIMITIVES(V)
+
+namespace framix::ipp {
+FX_FXBASICDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)
+} // namespace framix::ipp
+
+namespace framix {
+// Start binds the variables above on the first call; see TFXDispatcherModule.
+TFXDispatcherModule& FxbasicdispatcherModule();
+} // namespace framix

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// Dispatcher module Fxdispatcher: the IPP-named variables for filters, colour conversion, look-up
+// tables, threshold, geometry, histogram, noise, gamma, colour twist and sample type conversions.
+#pragma once
+
+#include "framework/primitives/dispatch/FXDispatcherModule.h"
+#include "framework/primitives/dispatch/FXIppPointers.h"
+#include "framework/primitives/families/FilterBox.h"
+
+// The module's variables in declaration order (binding order): V(name, ...).
+#define FX_FXDISPATCHER_VARIABLES(V) FX_FILTER_BOX_PRIMITIVES(V)
+
+namespace framix::ipp {
+FX_FXDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)
+} // namespace framix::ipp
+
+namespace framix {
+// Start binds the variables above on the first call; see TFXDispatcherModule.
+TFXDispatcherModule& FxdispatcherModule();
+} // namespace framix

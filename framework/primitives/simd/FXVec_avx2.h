@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+// Vector layer backend for AVX2 (256-bit).
+#pragma once
+
+#include "framework/primitives/FXIppTypes.h"
+
+#include <immintrin.h>
+
+namespace framix::prim::FX_SIMD_NS {
+
+inline constexpr int kVecBytes = 32;
+
+struct VU8 {
+    __m256i V;
+};
+struct VU16 {
+    __m256i V;
+};
+struct VI32 {
+    __m256i V;
+};
+struct VF32 {
+    __m256 V;
+};
+
+inline VU8 Load(const Ipp8u* p)
+{
+    return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))};
+}
+inline void Store(Ipp8u* p, VU8 v)
+{
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v.V);
+}
+inline VU8 Min(VU8 a, VU8 b)
+{
+    return {_mm256_min_epu8(a.V, b.V)};
+}
+inline VU8 Max(VU8 a, VU8 b)
+{
+    return {_mm256_max_epu8(a.V, b.V)};
+}
+
+inline VU16 Load(const Ipp16u* p)
+{
+    return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))};
+}
+inline void Store(Ipp16u* p, VU16 v)
+{
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v.V);
+}
+inline VU16 Min(VU16 a, VU16 b)
+{
+    return {_mm256_min_epu16(a.V, b.V)};
+}
+inline VU16 Max(VU16 a, VU16 b)
+{
+    return {_mm256_max_epu16(a.V, b.V)};
+}
+
+inline VI32 LoadWiden(const Ipp8u* p)
+{
+    return {_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))};
+}
+inline VI32 LoadWiden(const Ipp16u* p)
+{
+    return {_mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)))};
+}
+inline VI32 LoadI32(const Ipp32s* p)
+{
+    return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))};
+}
+inline void StoreI32(Ipp32s* p, VI32 v)
+{
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v.V);
+}
+inline VI32 SplatI32(int v)
+{
+    return {_mm256_set1_epi32(v)};
+}
+inline VI32 Add(VI32 a, VI32 b)
+{
+    return {_mm256_add_epi32(a.V, b.V)};
+}
+inline VI32 Sub(VI32 a, VI32 b)
+{
+    return {_mm256_sub_epi32(a.V, b.V)};
+}
+inline VI32 MulLo(VI32 a, VI32 b)
+{
+    return {_mm256_mullo_epi32(a.V, b.V)};
+}
+inline VI32 CmpGt(VI32 a, VI32 b)
+{
+    return {_mm256_cmpgt_epi32(a.V, b.V)};
+}
+inline VI32 And(VI32 a, VI32 b)
+{
+    return {_mm256_and_si256(a.V, b.V)};
+}
+
+inline VF32 SplatF32(float v)
+{
+    return {_mm256_set1_ps(v)};
+}
+inline VF32 ToF32(VI32 v)
+{
+    return {_mm256_cvtepi32_ps(v.V)};
+}
+inline VF32 Add(VF32 a, VF32 b)
+{
+    return {_mm256_add_ps(a.V, b.V)};
+}
+inline VF32 Mul(VF32 a, VF32 b)
+{
+    return {_mm256_mul_ps(a.V, b.V)};
+}
+inline VF32 Div(VF32 a, VF32 b)
+{
+    return {_mm256_div_ps(a.V, b.V)};
+}
+inline VF32 Max(VF32 a, VF32 b)
+{
+    return {_mm256_max_ps(a.V, b.V)};
+}
+inline VF32 Min(VF32 a, VF32 b)
+{
+    return {_mm256_min_ps(a.V, b.V)};
+}
+inline VI32 TruncToI32(VF32 v)
+{
+    return {_mm256_cvttps_epi32(v.V)};
+}
+inline VI32 RoundToI32(VF32 v)
+{
+    return {_mm256_cvtps_epi32(v.V)};
+}
+
+// The packs work inside 128-bit halves; the permutes put the lanes back in memory order.
+inline void StoreNarrow(Ipp8u* p, VI32 v)
+{
+    const __m256i w = _mm256_packus_epi32(v.V, v.V);
+    const __m256i b = _mm256_packus_epi16(w, w);
+    const __m256i ordered =
+        _mm256_permutevar8x32_epi32(b, _mm256_setr_epi32(0, 4, 0, 4, 0, 4, 0, 4));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(ordered));
+}
+inline void StoreNarrow(Ipp16u* p, VI32 v)
+{
+    const __m256i w = _mm256_packus_epi32(v.V, v.V);
+    const __m256i ordered = _mm256_permute4x64_epi64(w, 0x08);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(ordered));
+}
+
+} // namespace framix::prim::FX_SIMD_NS

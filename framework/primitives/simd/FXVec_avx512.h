@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+// Vector layer backend for AVX-512 F/BW/VL/DQ (512-bit).
+#pragma once
+
+#include "framework/primitives/FXIppTypes.h"
+
+#include <immintrin.h>
+
+namespace framix::prim::FX_SIMD_NS {
+
+inline constexpr int kVecBytes = 64;
+
+struct VU8 {
+    __m512i V;
+};
+struct VU16 {
+    __m512i V;
+};
+struct VI32 {
+    __m512i V;
+};
+struct VF32 {
+    __m512 V;
+};
+
+inline VU8 Load(const Ipp8u* p)
+{
+    return {_mm512_loadu_si512(p)};
+}
+inline void Store(Ipp8u* p, VU8 v)
+{
+    _mm512_storeu_si512(p, v.V);
+}
+inline VU8 Min(VU8 a, VU8 b)
+{
+    return {_mm512_min_epu8(a.V, b.V)};
+}
+inline VU8 Max(VU8 a, VU8 b)
+{
+    return {_mm512_max_epu8(a.V, b.V)};
+}
+
+inline VU16 Load(const Ipp16u* p)
+{
+    return {_mm512_loadu_si512(p)};
+}
+inline void Store(Ipp16u* p, VU16 v)
+{
+    _mm512_storeu_si512(p, v.V);
+}
+inline VU16 Min(VU16 a, VU16 b)
+{
+    return {_mm512_min_epu16(a.V, b.V)};
+}
+inline VU16 Max(VU16 a, VU16 b)
+{
+    return {_mm512_max_epu16(a.V, b.V)};
+}
+
+inline VI32 LoadWiden(const Ipp8u* p)
+{
+    return {_mm512_cvtepu8_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)))};
+}
+inline VI32 LoadWiden(const Ipp16u* p)
+{
+    return {_mm512_cvtepu16_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)))};
+}
+inline VI32 LoadI32(const Ipp32s* p)
+{
+    return {_mm512_loadu_si512(p)};
+}
+inline void StoreI32(Ipp32s* p, VI32 v)
+{
+    _mm512_storeu_si512(p, v.V);
+}
+inline VI32 SplatI32(int v)
+{
+    return {_mm512_set1_epi32(v)};
+}
+inline VI32 Add(VI32 a, VI32 b)
+{
+    return {_mm512_add_epi32(a.V, b.V)};
+}
+inline VI32 Sub(VI32 a, VI32 b)
+{
+    return {_mm512_sub_epi32(a.V, b.V)};
+}
+inline VI32 MulLo(VI32 a, VI32 b)
+{
+    return {_mm512_mullo_epi32(a.V, b.V)};
+}
+inline VI32 CmpGt(VI32 a, VI32 b)
+{
+    return {_mm512_movm_epi32(_mm512_cmpgt_epi32_mask(a.V, b.V))};
+}
+inline VI32 And(VI32 a, VI32 b)
+{
+    return {_mm512_and_si512(a.V, b.V)};
+}
+
+inline VF32 SplatF32(float v)
+{
+    return {_mm512_set1_ps(v)};
+}
+inline VF32 ToF32(VI32 v)
+{
+    return {_mm512_cvtepi32_ps(v.V)};
+}
+inline VF32 Add(VF32 a, VF32 b)
+{
+    return {_mm512_add_ps(a.V, b.V)};
+}
+inline VF32 Mul(VF32 a, VF32 b)
+{
+    return {_mm512_mul_ps(a.V, b.V)};
+}
+inline VF32 Div(VF32 a, VF32 b)
+{
+    return {_mm512_div_ps(a.V, b.V)};
+}
+inline VF32 Max(VF32 a, VF32 b)
+{
+    return {_mm512_max_ps(a.V, b.V)};
+}
+inline VF32 Min(VF32 a, VF32 b)
+{
+    return {_mm512_min_ps(a.V, b.V)};
+}
+inline VI32 TruncToI32(VF32 v)
+{
+    return {_mm512_cvttps_epi32(v.V)};
+}
+inline VI32 RoundToI32(VF32 v)
+{
+    return {_mm512_cvtps_epi32(v.V)};
+}
+
+inline void StoreNarrow(Ipp8u* p, VI32 v)
+{
+    const __m512i clamped = _mm512_max_epi32(v.V, _mm512_setzero_si512());
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm512_cvtusepi32_epi8(clamped));
+}
+inline void StoreNarrow(Ipp16u* p, VI32 v)
+{
+    const __m512i clamped = _mm512_max_epi32(v.V, _mm512_setzero_si512());
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_cvtusepi32_epi16(clamped));
+}
+
+} // namespace framix::prim::FX_SIMD_NS

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+// Vector layer backend for SSE4.1 (128-bit).
+#pragma once
+
+#include "framework/primitives/FXIppTypes.h"
+
+#include <cstring>
+#include <smmintrin.h>
+
+namespace framix::prim::FX_SIMD_NS {
+
+inline constexpr int kVecBytes = 16;
+
+struct VU8 {
+    __m128i V;
+};
+struct VU16 {
+    __m128i V;
+};
+struct VI32 {
+    __m128i V;
+};
+struct VF32 {
+    __m128 V;
+};
+
+inline VU8 Load(const Ipp8u* p)
+{
+    return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))};
+}
+inline void Store(Ipp8u* p, VU8 v)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v.V);
+}
+inline VU8 Min(VU8 a, VU8 b)
+{
+    return {_mm_min_epu8(a.V, b.V)};
+}
+inline VU8 Max(VU8 a, VU8 b)
+{
+    return {_mm_max_epu8(a.V, b.V)};
+}
+
+inline VU16 Load(const Ipp16u* p)
+{
+    return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))};
+}
+inline void Store(Ipp16u* p, VU16 v)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v.V);
+}
+inline VU16 Min(VU16 a, VU16 b)
+{
+    return {_mm_min_epu16(a.V, b.V)};
+}
+inline VU16 Max(VU16 a, VU16 b)
+{
+    return {_mm_max_epu16(a.V, b.V)};
+}
+
+inline VI32 LoadWiden(const Ipp8u* p)
+{
+    int bytes;
+    std::memcpy(&bytes, p, 4);
+    return {_mm_cvtepu8_epi32(_mm_cvtsi32_si128(bytes))};
+}
+inline VI32 LoadWiden(const Ipp16u* p)
+{
+    return {_mm_cvtepu16_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))};
+}
+inline VI32 LoadI32(const Ipp32s* p)
+{
+    return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))};
+}
+inline void StoreI32(Ipp32s* p, VI32 v)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v.V);
+}
+inline VI32 SplatI32(int v)
+{
+    return {_mm_set1_epi32(v)};
+}
+inline VI32 Add(VI32 a, VI32 b)
+{
+    return {_mm_add_epi32(a.V, b.V)};
+}
+inline VI32 Sub(VI32 a, VI32 b)
+{
+    return {_mm_sub_epi32(a.V, b.V)};
+}
+inline VI32 MulLo(VI32 a, VI32 b)
+{
+    return {_mm_mullo_epi32(a.V, b.V)};
+}
+inline VI32 CmpGt(VI32 a, VI32 b)
+{
+    return {_mm_cmpgt_epi32(a.V, b.V)};
+}
+inline VI32 And(VI32 a, VI32 b)
+{
+    return {_mm_and_si128(a.V, b.V)};
+}
+
+inline VF32 SplatF32(float v)
+{
+    return {_mm_set1_ps(v)};
+}
+inline VF32 ToF32(VI32 v)
+{
+    return {_mm_cvtepi32_ps(v.V)};
+}
+inline VF32 Add(VF32 a, VF32 b)
+{
+    return {_mm_add_ps(a.V, b.V)};
+}
+inline VF32 Mul(VF32 a, VF32 b)
+{
+    return {_mm_mul_ps(a.V, b.V)};
+}
+inline VF32 Div(VF32 a, VF32 b)
+{
+    return {_mm_div_ps(a.V, b.V)};
+}
+inline VF32 Max(VF32 a, VF32 b)
+{
+    return {_mm_max_ps(a.V, b.V)};
+}
+inline VF32 Min(VF32 a, VF32 b)
+{
+    return {_mm_min_ps(a.V, b.V)};
+}
+inline VI32 TruncToI32(VF32 v)
+{
+    return {_mm_cvttps_epi32(v.V)};
+}
+inline VI32 RoundToI32(VF32 v)
+{
+    return {_mm_cvtps_epi32(v.V)};
+}
+
+inline void StoreNarrow(Ipp8u* p, VI32 v)
+{
+    const __m128i w = _mm_packus_epi32(v.V, v.V);
+    const int bytes = _mm_cvtsi128_si32(_mm_packus_epi16(w, w));
+    std::memcpy(p, &bytes, 4);
+}
+inline void StoreNarrow(Ipp16u* p, VI32 v)
+{
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi32(v.V, v.V));
+}
+
+} // namespace framix::prim::FX_SIMD_NS

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+// Dispatcher modules bind their variables by name once, report what is missing, and the
+// registry they bind from is complete.
+#include "framework/FXError.h"
+#include "framework/primitives/FXPrimitiveRegistry.h"
+#include "framework/primitives/dispatch/FXPrimitiveLayer.h"
+#include "framework/primitives/dispatch/FXRealIpp.h"
+#include "framework/primitives/dispatch/Fxbasicdispatcher.h"
+#include "framework/primitives/dispatch/Fxdispatcher.h"
+#include "framework/primitives/dispatch/Ktippiloader.h"
+#include "framework/primitives/dispatch/Ktippsloader.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace framix::test {
+namespace {
+
+// A module of two variables whose loader counts its calls.
+int gLookups = 0;
+void* gBoundFirst = nullptr;
+void* gBoundSecond = nullptr;
+void* CountingLoader(const wchar_t* name)
+{
+    ++gLookups;
+    return GetIPPIProcAddress(name);
+}
+const TFXBinding kTwo[] = {
+    {L"ippiFilterBox_8u_C1R", &CountingLoader, [](void* a) { gBoundFirst = a; }},
+    {L"ippiFilterMedian_16u_C1R", &CountingLoader, [](void* a) { gBoundSecond = a; }},
+};
+
+TEST(Dispatcher, StartingTwiceBindsOnceAndStopKeepsTheVariables)
+{
+    TFXDispatcherModule module("TestModule", kTwo);
+    gLookups = 0;
+    module.Start();
+    EXPECT_EQ(gLookups, 2) << "one lookup per variable";
+    ASSERT_NE(gBoundFirst, nullptr);
+    module.Start();
+    EXPECT_EQ(gLookups, 2) << "a later start binds nothing";
+    EXPECT_EQ(module.BindCount(), 1);
+    EXPECT_EQ(module.StartCount(), 2);
+    module.Stop();
+    module.Stop();
+    EXPECT_NE(gBoundSecond, nullptr) << "stop does not clear";
+    module.Start();
+    EXPECT_EQ(gLookups, 2) << "a start after stops still binds nothing";
+}
+
+TEST(Dispatcher, MissingPrimitiveIsAStartErrorThatNamesIt)
+{
+    void* untouched = reinterpret_cast<void*>(0x1);
+    static void** target = &untouched;
+    const TFXBinding bindings[] = {
+        {L"ippiFilterBox_8u_C1R", &GetIPPIProcAddress, [](void* a) { *target = a; }},
+        {L"ippiNoSuchPrimitive_8u_C1R", &GetIPPIProcAddress, [](void*) {}},
+    };
+    TFXDispatcherModule module("Broken", bindings);
+    try {
+        module.Start();
+        FAIL() << "start must fail";
+    } catch (const EFXError& e) {
+        EXPECT_NE(std::string(e.what()).find("ippiNoSuchPrimitive_8u_C1R"), std::string::npos)
+            << e.what();
+        EXPECT_NE(std::string(e.what()).find("Broken"), std::string::npos) << e.what();
+    }
+    EXPECT_EQ(untouched, reinterpret_cast<void*>(0x1)) << "nothing is bound on failure";
+    EXPECT_EQ(module.StartCount(), 0);
+}
+
+TEST(Dispatcher, LayerStartBindsEveryVariableFromAnyThread)
+{
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([] { FXStartPrimitiveLayer(); });
+    for (auto& t : threads)
+        t.join();
+    FXStartPrimitiveLayer();
+    int variables = 0;
+    for (TFXDispatcherModule* module : FXDispatcherModules()) {
+        EXPECT_EQ(module->BindCount(), 1) << module->Name();
+        variables += int(module->Bindings().size());
+    }
+    EXPECT_EQ(variables, int(prim::FXAllPrimitives().size()))
+        << "every registered primitive belongs to exactly one module";
+    EXPECT_NE(ipp::ippiFilterBox_8u_C3R, nullptr);
+    EXPECT_NE(ipp::ippiFilterColumn32f_16u_C1R, nullptr);
+    if (!FXRealIppActive())
+        EXPECT_EQ(reinterpret_cast<void*>(ipp::ippiFilterMedian_8u_C4R),
+                  reinterpret_cast<void*>(prim::FXFindPrimitive("ippiFilterMedian_8u_C4R")->Entry));
+}
+
+TEST(Dispatcher, LoadersAnswerOnlyForTheirOwnLibrary)
+{
+    EXPECT_NE(GetIPPIProcAddress(L"ippiFilterRow32f_8u_C1R"), nullptr);
+    EXPECT_EQ(GetIPPSProcAddress(L"ippiFilterRow32f_8u_C1R"), nullptr);
+    EXPECT_EQ(GetIPPIProcAddress(L"ippiFilterRow32f_8u_C2R"), nullptr);
+}
+
+TEST(PrimitiveRegistry, NamesAreSortedUniqueAndDescribeTheirSignature)
+{
+    const auto all = prim::FXAllPrimitives();
+    std::set<std::string_view> names;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const prim::TFXPrimitiveInfo& p = all[i];
+        if (i > 0)
+            EXPECT_LT(all[i - 1].Name, p.Name);
+        names.insert(p.Name);
+        EXPECT_EQ(prim::FXFindPrimitive(p.Name), &p);
+        ASSERT_NE(p.Entry, nullptr) << p.Name;
+        ASSERT_TRUE(p.Has(TFXSimdLevel::Ref)) << p.Name;
+        // The name spells the sample type and layout the registry claims.
+        const std::string suffix = "_" + std::string(prim::FXSampleName(p.Sample)) + "_" +
+                                   std::string(prim::FXLayoutName(p.Layout)) + "R";
+        EXPECT_TRUE(p.Name.ends_with(suffix)) << p.Name << " vs " << suffix;
+    }
+    EXPECT_EQ(names.size(), all.size());
+    EXPECT_EQ(prim::FXFindPrimitive("ippiFilterBox_8u_C2R"), nullptr);
+}
+
+TEST(PrimitiveRegistry, SelectionNeverExceedsTheMachine)
+{
+    for (const prim::TFXPrimitiveInfo& p : prim::FXAllPrimitives()) {
+        const TFXSimdLevel level = p.SelectedLevel();
+        EXPECT_TRUE(p.Has(level)) << p.Name;
+        EXPECT_LE(level, FXSelectableLevel()) << p.Name;
+    }
+    TFXSimdLevel parsed;
+    EXPECT_TRUE(FXParseLevel("avx2", parsed));
+    EXPECT_EQ(parsed, TFXSimdLevel::Avx2);
+    EXPECT_FALSE(FXParseLevel("avx3", parsed));
+}
+
+} // namespace
+} // namespace framix::test
