@@ -6,12 +6,16 @@
 #include <cctype>
 
 #include "framework/FXError.h"
+#include "framework/primitives/dispatch/FXPrimitiveLayer.h"
 #include "framework/properties/FXPropertyAccess.h"
 
 namespace framix {
 
 TKTComponent::TKTComponent(TKTComponent* owner) : TKTPersistent(&FOwnLock), FOwner(owner)
 {
+    // Components call primitives through variables bound by name; the first component of the
+    // process binds them (a cheap check afterwards).
+    FXStartPrimitiveLayer();
     if (FOwner)
         FOwner->FComponents.push_back(this);
 }

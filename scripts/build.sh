@@ -13,6 +13,8 @@ case "$flavour" in
                    -DFRAMIX_BUILD_BENCH=OFF) ;;
     *) echo "unknown build flavour '$flavour' (release, asan or tsan)" >&2; exit 2 ;;
 esac
+# Paths relative to the checkout let worktrees and fresh clones share one compiler cache.
+export CCACHE_BASEDIR="$PWD"
 generator=()
 command -v ninja >/dev/null && generator=(-G Ninja)
 cmake -S . -B "build/$flavour" "${generator[@]}" "${args[@]}" "$@" >/dev/null

@@ -54,6 +54,7 @@ TEST(FXThreading, FramesKeepTheirOrderWhileSettingsChangeFromAnotherThread)
     chain.Filter->OnProcessData = [](TFXGenericFilter&, IFXImageBuffer& in, IFXImageBuffer& out) {
         out.GetModifyPointer()[0] = std::uint8_t(in.GetReadPointer()[0] + 1);
     };
+    chain.Change->SetFormat(vfGray16);
     chain.Source->Announce(16, 8, vfGray8);
     std::atomic<bool> done{false};
     std::thread setter([&] {
