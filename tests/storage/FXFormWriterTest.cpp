@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+// Stored-form writer: the normal form, escaping and splitting, refusals, and random round trips.
+#include "storage/FXFormWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <filesystem>
+#include <random>
+
+#include "storage/FXFormFile.h"
+
+namespace framix {
+namespace {
+
+using V = TFXFormValue;
+
+// A one-property form written with the property at indentation 2.
+std::string WrittenValue(const V& value)
+{
+    TFXFormObject root;
+    root.Name = "A";
+    root.ClassName = "TA";
+    root.Add("P", value);
+    return FXWriteFormText(root);
+}
+
+std::string OneProperty(const std::string& body)
+{
+    return "object A: TA\n  P =" + body + "\nend\n";
+}
+
+TEST(FXFormWriter, WritesTheDocumentedNormalForm)
+{
+    TFXFormObject graph;
+    graph.Name = "Graph1";
+    graph.ClassName = "TFXGraph";
+    TFXFormObject& gen = graph.AddChild("Jaehne1", "TFXJaehneGen");
+    gen.Add("ImageSize.Width", V::Integer(320));
+    gen.Add("ImageSize.Height", V::Integer(240));
+    TFXFormObject& blur = graph.AddChild("Blur1", "TFXGaussianBlur");
+    blur.Add("Kernel.Width", V::Integer(7));
+    blur.Add("Kernel.SigmaX", V::Float(1.5));
+    blur.Add("InputPin.SourcePin", V::Identifier("Graph1.Jaehne1.OutputPin"));
+    blur.Add("OutputPin.SinkPins", V::List({V::Identifier("Graph1.Logger1.InputPin")}));
+    TFXFormObject& logger = graph.AddChild("Logger1", "TFXFileLogger");
+    logger.Add("FileName", V::String("out.y4m"));
+    logger.Add("InputPin.SourcePin", V::Identifier("Graph1.Blur1.OutputPin"));
+    EXPECT_EQ(FXWriteFormText(graph), R"(object Graph1: TFXGraph
+  object Jaehne1: TFXJaehneGen
+    ImageSize.Width = 320
+    ImageSize.Height = 240
+  end
+  object Blur1: TFXGaussianBlur
+    Kernel.Width = 7
+    Kernel.SigmaX = 1.500000000000000000
+    InputPin.SourcePin = Graph1.Jaehne1.OutputPin
+    OutputPin.SinkPins = (
+      Graph1.Logger1.InputPin)
+  end
+  object Logger1: TFXFileLogger
+    FileName = 'out.y4m'
+    InputPin.SourcePin = Graph1.Blur1.OutputPin
+  end
+end
+)");
+}
+
+TEST(FXFormWriter, WritesFloatsWith18DecimalsAndShortestDigits)
+{
+    EXPECT_EQ(TFXFormWriter::FormatFloat(0.1), "0.100000000000000000");
+    EXPECT_EQ(TFXFormWriter::FormatFloat(-0.0), "-0.000000000000000000");
+    EXPECT_EQ(TFXFormWriter::FormatFloat(3), "3.000000000000000000");
+    EXPECT_EQ(TFXFormWriter::FormatFloat(1e15), "1.000000000000000000E15");
+    EXPECT_EQ(TFXFormWriter::FormatFloat(-2.5e-30), "-2.500000000000000000E-30");
+    EXPECT_EQ(TFXFormWriter::FormatFloat(1.0 / 3), "0.333333333333333300");
+    for (double v : {0.1, 1.0 / 3, 1e-5, 123456.789, 1e15, 1e300, DBL_MAX, -DBL_MIN, 5e-324, -0.0,
+                     2.2250738585072009e-308, 999999999999999.9, 1.2345678901234567e-7}) {
+        const V back = FXReadFormText(WrittenValue(V::Float(v))).Properties[0].Value;
+        EXPECT_EQ(back, V::Float(v)) << TFXFormWriter::FormatFloat(v);
+    }
+}
+
+TEST(FXFormWriter, QuotesEscapesAndSplitsStrings)
+{
+    EXPECT_EQ(WrittenValue(V::String("it's")), OneProperty(" 'it''s'"));
+    EXPECT_EQ(WrittenValue(V::String("")), OneProperty(" ''"));
+    EXPECT_EQ(WrittenValue(V::String("a\r\nb\x7f")), OneProperty(" 'a'#13#10'b'#127"));
+    EXPECT_EQ(WrittenValue(V::String("\tGrüße")), OneProperty(" #9'Grüße'"));
+    EXPECT_EQ(WrittenValue(V::String("line1\nline2")), OneProperty(" 'line1'#10'line2'"));
+    const std::string lines =
+        "first line of a longer text\nsecond line of a longer text\nthird line";
+    EXPECT_EQ(WrittenValue(V::String(lines)),
+              OneProperty("\n    'first line of a longer text'#10 +"
+                          "\n    'second line of a longer text'#10 +\n    'third line'"));
+    const std::string longText(150, 'x');
+    EXPECT_EQ(WrittenValue(V::String(longText)),
+              OneProperty("\n    '" + std::string(64, 'x') + "' +\n    '" + std::string(64, 'x') +
+                          "' +\n    '" + std::string(22, 'x') + "'"));
+    // Multi-byte characters are never cut between two parts.
+    std::string accents;
+    for (int i = 0; i < 100; ++i)
+        accents += i % 3 ? "é" : "€";
+    const std::string text = WrittenValue(V::String(accents));
+    for (std::size_t at = text.find('\''); at != std::string::npos; at = text.find('\'', at + 1))
+        EXPECT_NE(std::uint8_t(text[at + 1]) & 0xC0, 0x80) << "a part starts mid-character";
+    EXPECT_EQ(FXReadFormText(text).Properties[0].Value.AsString(), accents);
+}
+
+TEST(FXFormWriter, WritesContainersOnIndentedLines)
+{
+    TFXFormCollectionItem first;
+    first.Properties.push_back({"Name", V::String("a"), {}});
+    first.Properties.push_back({"Data", V::List({V::Integer(1), V::List({V::Integer(2)})}), {}});
+    const V coll = V::Collection({first, TFXFormCollectionItem{}});
+    EXPECT_EQ(WrittenValue(coll), OneProperty(R"( <
+    item
+      Name = 'a'
+      Data = (
+        1
+        (
+          2))
+    end
+    item
+    end>)"));
+    EXPECT_EQ(WrittenValue(V::Collection({})), OneProperty(" <>"));
+    EXPECT_EQ(WrittenValue(V::List({})), OneProperty(" ()"));
+    EXPECT_EQ(WrittenValue(V::Set({"a", "b"})), OneProperty(" [a, b]"));
+    EXPECT_EQ(WrittenValue(V::Binary({})), OneProperty(" {}"));
+    std::vector<std::uint8_t> bytes(70);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = std::uint8_t(i * 7);
+    const std::string text = WrittenValue(V::Binary(bytes));
+    EXPECT_NE(text.find("P = {\n    00070E15"), std::string::npos) << text;
+    EXPECT_NE(text.find("\n    E0E7"), std::string::npos) << "32 bytes per line";
+    EXPECT_EQ(FXReadFormText(text).Properties[0].Value.AsBinary(), bytes);
+
+    TFXFormObject root;
+    root.Kind = TFXFormObjectKind::Inherited;
+    root.ClassName = "TFXGraph";
+    root.Index = 3;
+    root.AddChild("F", "TF").Kind = TFXFormObjectKind::Inline;
+    EXPECT_EQ(FXWriteFormText(root), "inherited TFXGraph [3]\n  inline F: TF\n  end\nend\n");
+}
+
+TEST(FXFormWriter, RefusesTreesThatWouldNotReadBackEqual)
+{
+    auto refuses = [](const TFXFormObject& root, const char* why) {
+        try {
+            FXWriteFormText(root);
+            ADD_FAILURE() << "written: " << why;
+        } catch (const EFXError& e) {
+            EXPECT_NE(std::string(e.what()).find(why), std::string::npos) << e.what();
+        }
+    };
+    auto with = [](std::string path, V value) {
+        TFXFormObject root;
+        root.ClassName = "TA";
+        root.Add(std::move(path), std::move(value));
+        return root;
+    };
+    refuses(with("Kernel..Width", V::Integer(1)), "property path 'Kernel..Width'");
+    refuses(with("End", V::Integer(1)), "may not be called 'End'");
+    refuses(with("inherited", V::Integer(1)), "may not be called");
+    refuses(with("P", V::Identifier("9lives")), "identifier '9lives'");
+    refuses(with("P", V::Set({"a.b"})), "set element 'a.b'");
+    refuses(with("P", V::Float(NAN)), "has no text form");
+    refuses(with("P", V::List({V::Float(-INFINITY)})), "has no text form");
+    TFXFormCollectionItem item;
+    item.Properties.push_back({"end", V::Integer(1), {}});
+    refuses(with("P", V::Collection({item})), "may not be called 'end'");
+    TFXFormObject root;
+    root.ClassName = "T A";
+    refuses(root, "class name 'T A'");
+    root.ClassName = "end";
+    refuses(root, "class name 'end'");
+    // Inside a collection item only `end` is reserved; `object` is an ordinary name there.
+    item.Properties[0].Path = "object";
+    EXPECT_NO_THROW(FXWriteFormText(with("P", V::Collection({item}))));
+}
+
+// Random trees over every value kind, names, flags and odd bytes in strings.
+class TRandomForm {
+public:
+    explicit TRandomForm(unsigned seed) : FRng(seed) {}
+
+    TFXFormObject Object(int depth)
+    {
+        TFXFormObject o;
+        o.Kind = TFXFormObjectKind(Pick(3));
+        o.Name = Pick(4) ? Name() : "";
+        o.ClassName = "T" + Name();
+        o.Index = Pick(4) ? -1 : int(Pick(1000));
+        for (int i = 0, n = int(Pick(6)); i < n; ++i)
+            o.Add(Path(), Value(0));
+        for (int i = 0, n = depth < 3 ? int(Pick(4)) : 0; i < n; ++i)
+            o.Children.push_back(Object(depth + 1));
+        return o;
+    }
+
+private:
+    std::uint64_t Pick(std::uint64_t n) { return FRng() % n; }
+
+    std::string Name()
+    {
+        static const char kFirst[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
+        static const char kRest[] =
+            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_0123456789";
+        std::string s(1, kFirst[Pick(sizeof kFirst - 1)]);
+        for (int i = 0, n = int(Pick(10)); i < n; ++i)
+            s += kRest[Pick(sizeof kRest - 1)];
+        for (const char* keyword : {"end", "object", "inherited", "inline", "item"})
+            if (FXFormSameName(s, keyword))
+                return s + "_";
+        return s;
+    }
+
+    std::string Path()
+    {
+        std::string s = Name();
+        for (int i = 0, n = int(Pick(3)); i < n; ++i)
+            s += "." + Name();
+        return s;
+    }
+
+    std::string Text()
+    {
+        std::string s;
+        for (int i = 0, n = int(Pick(4) ? Pick(20) : Pick(300)); i < n; ++i) {
+            switch (Pick(6)) {
+            case 0:
+                s += char(Pick(32));
+                break; // control codes
+            case 1:
+                s += '\'';
+                break;
+            case 2:
+                s += "é€\xF0\x9F\x98\x80";
+                break; // valid UTF-8
+            case 3:
+                s += char(0x80 + Pick(128));
+                break; // stray bytes pass through too
+            default:
+                s += char(32 + Pick(95));
+                break;
+            }
+        }
+        return s;
+    }
+
+    V Value(int depth)
+    {
+        const int kinds = depth < 3 ? 8 : 5;
+        switch (Pick(kinds)) {
+        case 0:
+            return V::Integer(std::int64_t(FRng()) >> Pick(64));
+        case 1: {
+            double d;
+            do {
+                const std::uint64_t bits = FRng();
+                d = Pick(2) ? std::bit_cast<double>(bits) : double(std::int64_t(bits) >> 40) / 1024;
+            } while (!std::isfinite(d));
+            return V::Float(d);
+        }
+        case 2:
+            return V::String(Text());
+        case 3:
+            return V::Identifier(Path());
+        case 4: {
+            std::vector<std::string> names;
+            for (int i = 0, n = int(Pick(4)); i < n; ++i)
+                names.push_back(Name());
+            return V::Set(names);
+        }
+        case 5: {
+            std::vector<V> items;
+            for (int i = 0, n = int(Pick(5)); i < n; ++i)
+                items.push_back(Value(depth + 1));
+            return V::List(items);
+        }
+        case 6: {
+            std::vector<std::uint8_t> bytes(Pick(4) ? Pick(8) : Pick(200));
+            for (auto& b : bytes)
+                b = std::uint8_t(FRng());
+            return V::Binary(bytes);
+        }
+        default: {
+            std::vector<TFXFormCollectionItem> items(Pick(4));
+            for (auto& item : items)
+                for (int i = 0, n = int(Pick(4)); i < n; ++i)
+                    item.Properties.push_back({Path(), Value(depth + 1), {}});
+            return V::Collection(items);
+        }
+        }
+    }
+
+    std::mt19937_64 FRng;
+};
+
+TEST(FXFormWriter, RandomTreesReadBackEqualAndRewriteIdentically)
+{
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        const TFXFormObject tree = TRandomForm(seed).Object(0);
+        const std::string text = FXWriteFormText(tree);
+        TFXFormObject back;
+        ASSERT_NO_THROW(back = FXReadFormText(text)) << "seed " << seed << "\n" << text;
+        ASSERT_TRUE(back == tree) << "seed " << seed << "\n" << text;
+        ASSERT_EQ(FXWriteFormText(back), text) << "seed " << seed;
+    }
+}
+
+TEST(FXFormWriter, FileRoundTripKeepsTheTree)
+{
+    const auto dir = std::filesystem::temp_directory_path() / "framix-form-writer-test";
+    std::filesystem::create_directories(dir);
+    const TFXFormObject tree = TRandomForm(77).Object(0);
+    FXWriteFormFile(tree, dir / "g.dfm");
+    EXPECT_TRUE(FXReadFormFile(dir / "g.dfm") == tree);
+    EXPECT_THROW(FXWriteFormFile(tree, dir / "missing-dir" / "g.dfm"), EFXError);
+    std::filesystem::remove_all(dir);
+}
+
+} // namespace
+} // namespace framix
