@@ -73,7 +73,10 @@ TFXFileStream& TFXFileStream::operator=(TFXFileStream&& other) noexcept
     return *this;
 }
 
-TFXFileStream::~TFXFileStream() { Close(); }
+TFXFileStream::~TFXFileStream()
+{
+    Close();
+}
 
 void TFXFileStream::Close() noexcept
 {
@@ -84,7 +87,10 @@ void TFXFileStream::Close() noexcept
     FFile = nullptr;
 }
 
-void TFXFileStream::Fail(const std::string& problem) const { throw EFXError(FName + ": " + problem); }
+void TFXFileStream::Fail(const std::string& problem) const
+{
+    throw EFXError(FName + ": " + problem);
+}
 
 std::size_t TFXFileStream::Read(void* data, std::size_t size)
 {
@@ -138,8 +144,8 @@ void TFXFileStream::Write(const void* data, std::size_t size)
         Fail(std::string("write error (") + std::strerror(errno) + ")");
 }
 
-void TFXFileStream::WriteRows(const std::uint8_t* data, std::ptrdiff_t stride,
-                              std::size_t rowBytes, int rows)
+void TFXFileStream::WriteRows(const std::uint8_t* data, std::ptrdiff_t stride, std::size_t rowBytes,
+                              int rows)
 {
     if (std::ptrdiff_t(rowBytes) == stride) {
         Write(data, rowBytes * std::size_t(rows));

@@ -71,8 +71,7 @@ public:
 
     void Write(const void* data, std::size_t size);
     void Write(std::string_view text) { Write(text.data(), text.size()); }
-    void WriteRows(const std::uint8_t* data, std::ptrdiff_t stride, std::size_t rowBytes,
-                   int rows);
+    void WriteRows(const std::uint8_t* data, std::ptrdiff_t stride, std::size_t rowBytes, int rows);
     // Pushes buffered bytes to the file or pipe, so a reader at the other end sees them.
     void Flush();
 

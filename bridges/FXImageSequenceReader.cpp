@@ -98,7 +98,8 @@ bool TFXImageSequenceReader::ReadFrame(const TFXPlanes& planes)
     } else {
         FXCheckPlanes(FFile, FFormat, FWidth, FHeight, planes);
         const TFXConstPlanes source = FPNG->Planes();
-        const std::size_t rowBytes = std::size_t(FXPlaneGeometry(FFormat, FWidth, FHeight, 0).RowBytes);
+        const std::size_t rowBytes =
+            std::size_t(FXPlaneGeometry(FFormat, FWidth, FHeight, 0).RowBytes);
         for (int y = 0; y < FHeight; ++y)
             std::memcpy(planes.Data[0] + std::ptrdiff_t(y) * planes.Stride[0],
                         source.Data[0] + std::ptrdiff_t(y) * source.Stride[0], rowBytes);

@@ -33,7 +33,10 @@ TFXConstPlanes TFXPNGImage::Planes() const
 
 #ifndef FRAMIX_HAVE_PNG
 
-bool FXPNGAvailable() { return false; }
+bool FXPNGAvailable()
+{
+    return false;
+}
 
 void FXWritePNG(const std::string& fileName, TFXVideoFormat, int, int, const TFXConstPlanes&)
 {
@@ -130,7 +133,10 @@ bool ReadPngRows(TPngState* s, png_bytepp rows)
 
 } // namespace
 
-bool FXPNGAvailable() { return true; }
+bool FXPNGAvailable()
+{
+    return true;
+}
 
 void FXWritePNG(const std::string& fileName, TFXVideoFormat format, int width, int height,
                 const TFXConstPlanes& planes)
@@ -138,11 +144,17 @@ void FXWritePNG(const std::string& fileName, TFXVideoFormat format, int width, i
     int colorType;
     switch (format) {
     case vfGray8:
-    case vfGray16: colorType = PNG_COLOR_TYPE_GRAY; break;
+    case vfGray16:
+        colorType = PNG_COLOR_TYPE_GRAY;
+        break;
     case vfRGB24:
-    case vfRGB48: colorType = PNG_COLOR_TYPE_RGB; break;
+    case vfRGB48:
+        colorType = PNG_COLOR_TYPE_RGB;
+        break;
     case vfRGB32:
-    case vfRGBA64: colorType = PNG_COLOR_TYPE_RGB_ALPHA; break;
+    case vfRGBA64:
+        colorType = PNG_COLOR_TYPE_RGB_ALPHA;
+        break;
     default:
         throw EFXError(fileName + ": PNG cannot hold " + std::string(FXVideoFormatName(format)) +
                        " frames (it holds vfGray8, vfGray16, vfRGB24, vfRGB32, vfRGB48 and "
@@ -151,19 +163,20 @@ void FXWritePNG(const std::string& fileName, TFXVideoFormat format, int width, i
     FXCheckPlanes(fileName, format, width, height, planes);
     std::vector<png_bytep> rows(static_cast<std::size_t>(height));
     for (int y = 0; y < height; ++y)
-        rows[std::size_t(y)] = const_cast<png_bytep>(planes.Data[0] + std::ptrdiff_t(y) * planes.Stride[0]);
+        rows[std::size_t(y)] =
+            const_cast<png_bytep>(planes.Data[0] + std::ptrdiff_t(y) * planes.Stride[0]);
 
     TFXFileStream stream(fileName, TFXFileMode::Write);
     TPngState s;
     s.Png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &s, OnPngError, OnPngWarning);
     s.Info = s.Png ? png_create_info_struct(s.Png) : nullptr;
-    const bool ok = s.Info && WritePngImage(&s, stream.Handle(), png_uint_32(width),
-                                            png_uint_32(height),
-                                            FXFormatInfo(format).BytesPerSample * 8, colorType,
-                                            rows.data());
+    const bool ok =
+        s.Info && WritePngImage(&s, stream.Handle(), png_uint_32(width), png_uint_32(height),
+                                FXFormatInfo(format).BytesPerSample * 8, colorType, rows.data());
     png_destroy_write_struct(&s.Png, &s.Info);
     if (!ok)
-        stream.Fail(std::string("cannot write PNG (") + (s.Message[0] ? s.Message : "out of memory") + ")");
+        stream.Fail(std::string("cannot write PNG (") +
+                    (s.Message[0] ? s.Message : "out of memory") + ")");
     stream.Flush();
 }
 
@@ -181,7 +194,8 @@ TFXPNGImage FXReadPNG(const std::string& fileName)
         ~TCleanup() { png_destroy_read_struct(&S->Png, &S->Info, nullptr); }
     } cleanup{&s};
     auto fail = [&] {
-        stream.Fail(std::string("cannot read PNG (") + (s.Message[0] ? s.Message : "out of memory") + ")");
+        stream.Fail(std::string("cannot read PNG (") +
+                    (s.Message[0] ? s.Message : "out of memory") + ")");
     };
     png_uint_32 width = 0, height = 0;
     int channels = 0, bitDepth = 0;
@@ -191,10 +205,17 @@ TFXPNGImage FXReadPNG(const std::string& fileName)
     TFXPNGImage image;
     const bool wide = bitDepth == 16;
     switch (channels) {
-    case 1: image.Format = wide ? vfGray16 : vfGray8; break;
-    case 3: image.Format = wide ? vfRGB48 : vfRGB24; break;
-    case 4: image.Format = wide ? vfRGBA64 : vfRGB32; break;
-    default: stream.Fail("unsupported PNG layout (" + std::to_string(channels) + " channels)");
+    case 1:
+        image.Format = wide ? vfGray16 : vfGray8;
+        break;
+    case 3:
+        image.Format = wide ? vfRGB48 : vfRGB24;
+        break;
+    case 4:
+        image.Format = wide ? vfRGBA64 : vfRGB32;
+        break;
+    default:
+        stream.Fail("unsupported PNG layout (" + std::to_string(channels) + " channels)");
     }
     image.Width = int(width);
     image.Height = int(height);

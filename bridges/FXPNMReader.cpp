@@ -15,8 +15,14 @@ constexpr std::size_t kMaxPamLine = 4096;
 // Larger values are refused as absurd before any size arithmetic uses them.
 constexpr std::int64_t kMaxHeaderValue = 1'000'000'000;
 
-bool IsSpace(int c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
-bool IsDigit(int c) { return c >= '0' && c <= '9'; }
+bool IsSpace(int c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
+}
+bool IsDigit(int c)
+{
+    return c >= '0' && c <= '9';
+}
 
 std::string Shown(int c)
 {
@@ -137,7 +143,8 @@ void TFXPNMReader::ReadPamHeader()
         const std::size_t valueBegin =
             keyEnd == std::string::npos ? std::string::npos : line.find_first_not_of(" \t", keyEnd);
         std::string value = valueBegin == std::string::npos ? "" : line.substr(valueBegin);
-        while (!value.empty() && (value.back() == ' ' || value.back() == '\t' || value.back() == '\r'))
+        while (!value.empty() &&
+               (value.back() == ' ' || value.back() == '\t' || value.back() == '\r'))
             value.pop_back();
         if (key == "ENDHDR")
             break;
@@ -193,9 +200,15 @@ void TFXPNMReader::ChooseFormat()
         }
     }
     switch (depth) {
-    case 1: FInfo.Format = wide ? vfGray16 : vfGray8; break;
-    case 3: FInfo.Format = wide ? vfRGB48 : vfRGB24; break;
-    default: FInfo.Format = wide ? vfRGBA64 : vfRGB32; break; // 2 and 4: with alpha
+    case 1:
+        FInfo.Format = wide ? vfGray16 : vfGray8;
+        break;
+    case 3:
+        FInfo.Format = wide ? vfRGB48 : vfRGB24;
+        break;
+    default:
+        FInfo.Format = wide ? vfRGBA64 : vfRGB32;
+        break; // 2 and 4: with alpha
     }
 }
 

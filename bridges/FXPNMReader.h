@@ -14,7 +14,7 @@ namespace framix {
 
 // What the current image's header says, and the frame format its pixels are delivered in.
 struct TFXPNMInfo {
-    int Type = 0;          // the digit after 'P': 2 and 5 gray, 3 and 6 RGB, 7 PAM
+    int Type = 0; // the digit after 'P': 2 and 5 gray, 3 and 6 RGB, 7 PAM
     int Width = 0;
     int Height = 0;
     int Depth = 0;         // samples per pixel in the file (1 to 4)

@@ -6,10 +6,7 @@
 
 namespace framix {
 
-TFXPNMWriter::TFXPNMWriter(const std::string& fileName)
-    : FStream(fileName, TFXFileMode::Write)
-{
-}
+TFXPNMWriter::TFXPNMWriter(const std::string& fileName) : FStream(fileName, TFXFileMode::Write) {}
 
 TFXPNMWriter::TFXPNMWriter(TFXFileStream stream) : FStream(std::move(stream)) {}
 

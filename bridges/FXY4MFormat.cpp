@@ -20,9 +20,9 @@ struct TChromaTag {
 
 // The first tag of each format is the one the writer uses by default.
 constexpr TChromaTag kChromaTags[] = {
-    {"420jpeg", vfI420}, {"420mpeg2", vfI420}, {"420paldv", vfI420}, {"420", vfI420},
-    {"422", vfI422},     {"444", vfI444},      {"444alpha", vfYUVA444},
-    {"mono", vfGray8},   {"mono16", vfGray16},
+    {"420jpeg", vfI420},     {"420mpeg2", vfI420}, {"420paldv", vfI420},
+    {"420", vfI420},         {"422", vfI422},      {"444", vfI444},
+    {"444alpha", vfYUVA444}, {"mono", vfGray8},    {"mono16", vfGray16},
 };
 
 constexpr std::string_view kSupportedTags =
@@ -51,14 +51,17 @@ TFXRatio ParseRatio(std::string_view token, const std::string& name)
 {
     const std::size_t colon = token.find(':', 1);
     const auto num = ParseCount(token.substr(1, colon == std::string_view::npos ? 0 : colon - 1));
-    const auto den = colon == std::string_view::npos ? std::nullopt
-                                                     : ParseCount(token.substr(colon + 1));
+    const auto den =
+        colon == std::string_view::npos ? std::nullopt : ParseCount(token.substr(colon + 1));
     if (!num || !den || (*num == 0) != (*den == 0))
         Fail(name, "invalid ratio '" + std::string(token) + "' in the stream header");
     return {*num, *den};
 }
 
-bool IsValidRatio(TFXRatio r) { return (r.Num > 0 && r.Den > 0) || (r.Num == 0 && r.Den == 0); }
+bool IsValidRatio(TFXRatio r)
+{
+    return (r.Num > 0 && r.Den > 0) || (r.Num == 0 && r.Den == 0);
+}
 
 } // namespace
 
@@ -81,7 +84,8 @@ TFXRatio FXFrameRateFromPeriod(std::int64_t period)
         return {int(rounded), 1001};
     const std::int64_t g = std::gcd(kTicksPerSecond, period);
     if (period / g > INT_MAX)
-        return {1, int(std::min<std::int64_t>(INT_MAX, (period + kTicksPerSecond / 2) / kTicksPerSecond))};
+        return {1, int(std::min<std::int64_t>(INT_MAX,
+                                              (period + kTicksPerSecond / 2) / kTicksPerSecond))};
     return {int(kTicksPerSecond / g), int(period / g)};
 }
 
@@ -125,14 +129,15 @@ TFXVideoFormat FXY4MFormatFromChroma(std::string_view tag, const std::string& na
         (tag[digits] == 'p' || tag.substr(0, digits + 1) == "mono"))
         Fail(name, "chroma 'C" + std::string(tag) + "' has " + std::string(tag.substr(digits + 1)) +
                        "-bit samples; only 8-bit streams and mono16 are supported");
-    Fail(name, "unsupported chroma 'C" + std::string(tag) + "' (supported: " +
-                   std::string(kSupportedTags) + ")");
+    Fail(name, "unsupported chroma 'C" + std::string(tag) +
+                   "' (supported: " + std::string(kSupportedTags) + ")");
 }
 
 TFXY4MStreamInfo FXParseY4MHeader(std::string_view line, const std::string& name)
 {
     constexpr std::string_view kMagic = "YUV4MPEG2";
-    if (line.substr(0, kMagic.size()) != kMagic || (line.size() > kMagic.size() && line[kMagic.size()] != ' '))
+    if (line.substr(0, kMagic.size()) != kMagic ||
+        (line.size() > kMagic.size() && line[kMagic.size()] != ' '))
         Fail(name, "not a YUV4MPEG2 stream (it does not start with 'YUV4MPEG2 ')");
     TFXY4MStreamInfo info;
     std::optional<int> width, height;
@@ -153,10 +158,15 @@ TFXY4MStreamInfo FXParseY4MHeader(std::string_view line, const std::string& name
             (token[0] == 'W' ? width : height) = n;
             break;
         }
-        case 'F': info.FrameRate = ParseRatio(token, name); break;
-        case 'A': info.PixelAspect = ParseRatio(token, name); break;
+        case 'F':
+            info.FrameRate = ParseRatio(token, name);
+            break;
+        case 'A':
+            info.PixelAspect = ParseRatio(token, name);
+            break;
         case 'I':
-            if (value.size() != 1 || std::string_view("ptbm?").find(value[0]) == std::string_view::npos)
+            if (value.size() != 1 ||
+                std::string_view("ptbm?").find(value[0]) == std::string_view::npos)
                 Fail(name, "unknown interlacing '" + std::string(token) +
                                "' (expected Ip, It, Ib, Im or I?)");
             info.Interlacing = value[0];
@@ -165,8 +175,11 @@ TFXY4MStreamInfo FXParseY4MHeader(std::string_view line, const std::string& name
             info.Format = FXY4MFormatFromChroma(value, name);
             info.Chroma = std::string(value);
             break;
-        case 'X': info.Comments.emplace_back(value); break;
-        default: break; // other letters are reserved for future tags; readers skip them
+        case 'X':
+            info.Comments.emplace_back(value);
+            break;
+        default:
+            break; // other letters are reserved for future tags; readers skip them
         }
     }
     if (!width || !height)
@@ -189,7 +202,8 @@ std::string FXFormatY4MHeader(const TFXY4MStreamInfo& info, const std::string& n
     auto ratio = [](char tag, TFXRatio r) {
         return ' ' + std::string(1, tag) + std::to_string(r.Num) + ':' + std::to_string(r.Den);
     };
-    std::string text = "YUV4MPEG2 W" + std::to_string(info.Width) + " H" + std::to_string(info.Height);
+    std::string text =
+        "YUV4MPEG2 W" + std::to_string(info.Width) + " H" + std::to_string(info.Height);
     if (info.FrameRate) {
         if (!IsValidRatio(*info.FrameRate))
             Fail(name, "invalid frame rate" + ratio('F', *info.FrameRate));

@@ -40,10 +40,7 @@ struct TFXY4MStreamInfo {
     std::vector<std::string> Comments;   // X tags in order, without the X
 
     // 100-ns frame period; 0 when the stream gives no rate.
-    std::int64_t FramePeriod() const
-    {
-        return FrameRate ? FXFramePeriodFromRate(*FrameRate) : 0;
-    }
+    std::int64_t FramePeriod() const { return FrameRate ? FXFramePeriodFromRate(*FrameRate) : 0; }
 
     // A progressive stream of `format` at `rate`.
     static TFXY4MStreamInfo For(TFXVideoFormat format, int width, int height, TFXRatio rate);

@@ -21,23 +21,27 @@ std::string Excerpt(const std::string& text)
 
 } // namespace
 
-TFXY4MReader::TFXY4MReader(const std::string& fileName)
-    : FStream(fileName, TFXFileMode::Read)
+TFXY4MReader::TFXY4MReader(const std::string& fileName) : FStream(fileName, TFXFileMode::Read)
 {
     ReadHeader();
 }
 
-TFXY4MReader::TFXY4MReader(TFXFileStream stream) : FStream(std::move(stream)) { ReadHeader(); }
+TFXY4MReader::TFXY4MReader(TFXFileStream stream) : FStream(std::move(stream))
+{
+    ReadHeader();
+}
 
 void TFXY4MReader::ReadHeader()
 {
     switch (FStream.ReadLine(FLine, kMaxHeaderBytes)) {
-    case TFXLineResult::End: FStream.Fail("empty stream, expected a YUV4MPEG2 header");
+    case TFXLineResult::End:
+        FStream.Fail("empty stream, expected a YUV4MPEG2 header");
     case TFXLineResult::Partial:
         if (FLine.rfind("YUV4MPEG2", 0) == 0)
             FStream.Fail("truncated stream header (no line end)");
         break; // the magic check below gives the clearer message
-    case TFXLineResult::Line: break;
+    case TFXLineResult::Line:
+        break;
     }
     FInfo = FXParseY4MHeader(FLine, FStream.Name());
 }
@@ -48,12 +52,14 @@ bool TFXY4MReader::ReadFrame(const TFXPlanes& planes)
     const std::string frame = "frame " + std::to_string(FFrameCount + 1);
     const std::int64_t expected = FXImageBytes(FInfo.Format, FInfo.Width, FInfo.Height);
     switch (FStream.ReadLine(FLine, kMaxHeaderBytes)) {
-    case TFXLineResult::End: return false;
+    case TFXLineResult::End:
+        return false;
     case TFXLineResult::Partial:
         throw EFXIncompleteFrame(FStream.Name() + ": " + frame +
                                      " is incomplete: the stream ends inside its FRAME line",
                                  0, expected);
-    case TFXLineResult::Line: break;
+    case TFXLineResult::Line:
+        break;
     }
     // FRAME may carry parameters after a space; none change how the planes are laid out.
     if (FLine.rfind("FRAME", 0) != 0 || (FLine.size() > 5 && FLine[5] != ' '))
@@ -66,11 +72,10 @@ bool TFXY4MReader::ReadFrame(const TFXPlanes& planes)
             FStream.ReadRows(planes.Data[p], planes.Stride[p], std::size_t(g.RowBytes), g.Rows);
         got += n;
         if (n < std::int64_t(g.RowBytes) * g.Rows)
-            throw EFXIncompleteFrame(FStream.Name() + ": " + frame +
-                                         " is incomplete: the stream ends after " +
-                                         std::to_string(got) + " of its " +
-                                         std::to_string(expected) + " bytes",
-                                     got, expected);
+            throw EFXIncompleteFrame(
+                FStream.Name() + ": " + frame + " is incomplete: the stream ends after " +
+                    std::to_string(got) + " of its " + std::to_string(expected) + " bytes",
+                got, expected);
     }
     ++FFrameCount;
     return true;
