@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "bridges/FXFrameLayout.h"
+#include "bridges/detail/FXPNMRow.h"
 
 namespace framix {
 
@@ -289,11 +290,24 @@ void TFXPNMReader::ReadPixels(const TFXPlanes& planes)
         FStream.Fail("no image is waiting to be read");
     FXCheckPlanes(FStream.Name(), FInfo.Format, FInfo.Width, FInfo.Height, planes);
     const TFXPlaneGeometry g = FXPlaneGeometry(FInfo.Format, FInfo.Width, FInfo.Height, 0);
-    if (FInfo.Type == 5 && FInfo.MaxVal == 255) { // the file layout is the memory layout
+    const bool binary = FInfo.Type >= 5;
+    const bool fullRange = FInfo.MaxVal == 255 || FInfo.MaxVal == 65535;
+    if (binary && FInfo.MaxVal == 255 && FInfo.Depth == 1) { // the file layout is the memory's
         const std::int64_t n =
             FStream.ReadRows(planes.Data[0], planes.Stride[0], std::size_t(g.RowBytes), g.Rows);
         if (n < std::int64_t(g.RowBytes) * g.Rows)
             Incomplete(n, std::int64_t(g.RowBytes) * g.Rows, "bytes");
+    } else if (binary && fullRange && FInfo.Depth != 2) { // reorder only: no rescaling
+        FRow.resize(std::size_t(g.RowBytes));
+        for (int y = 0; y < FInfo.Height; ++y) {
+            const std::size_t n = FStream.Read(FRow.data(), FRow.size());
+            if (n < FRow.size())
+                Incomplete(std::int64_t(FRow.size()) * y + std::int64_t(n),
+                           std::int64_t(FRow.size()) * FInfo.Height, "bytes");
+            detail::FXReorderPNMRow(FRow.data(),
+                                    planes.Data[0] + std::ptrdiff_t(y) * planes.Stride[0],
+                                    FInfo.Width, FInfo.Depth, FInfo.MaxVal > 255 ? 2 : 1);
+        }
     } else {
         const TChannelMap& map = kChannelMaps[FInfo.Depth];
         const bool wide = FInfo.MaxVal > 255;

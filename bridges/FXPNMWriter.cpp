@@ -3,6 +3,7 @@
 #include "bridges/FXPNMWriter.h"
 
 #include "bridges/FXFrameLayout.h"
+#include "bridges/detail/FXPNMRow.h"
 
 namespace framix {
 
@@ -38,24 +39,10 @@ void TFXPNMWriter::WriteFrame(TFXVideoFormat format, int width, int height,
     if (format == vfGray8) {
         FStream.WriteRows(planes.Data[0], planes.Stride[0], std::size_t(width), height);
     } else {
-        // File order is R,G,B(,A) big-endian; memory is B,G,R(,A) little-endian.
-        static constexpr int kOrder[5][4] = {{}, {0}, {}, {2, 1, 0}, {2, 1, 0, 3}};
-        const int* order = kOrder[channels];
         FRow.resize(std::size_t(width) * std::size_t(info.BytesPerPixel));
         for (int y = 0; y < height; ++y) {
-            const std::uint8_t* in = planes.Data[0] + std::ptrdiff_t(y) * planes.Stride[0];
-            std::uint8_t* out = FRow.data();
-            for (int x = 0; x < width; ++x, in += info.BytesPerPixel) {
-                for (int k = 0; k < channels; ++k) {
-                    const std::uint8_t* sample = in + order[k] * wide;
-                    if (wide == 2) {
-                        *out++ = sample[1];
-                        *out++ = sample[0];
-                    } else {
-                        *out++ = sample[0];
-                    }
-                }
-            }
+            detail::FXReorderPNMRow(planes.Data[0] + std::ptrdiff_t(y) * planes.Stride[0],
+                                    FRow.data(), width, channels, wide);
             FStream.Write(FRow.data(), FRow.size());
         }
     }

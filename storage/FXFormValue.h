@@ -85,7 +85,7 @@ private:
     template <class T> const T& Expect(TFXFormValueKind kind) const;
 
     TFXFormValueKind FKind = TFXFormValueKind::Integer;
-    TPayload FPayload = std::int64_t(0);
+    TPayload FPayload; // holds the integer 0 until assigned
     TFXFormPosition FPosition;
 };
 
