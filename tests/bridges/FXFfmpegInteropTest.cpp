@@ -6,7 +6,6 @@
 #include <cstdlib>
 
 #include "bridges/FXImageSequenceReader.h"
-#include "bridges/FXImageSequenceWriter.h"
 #include "bridges/FXPNGFile.h"
 #include "bridges/FXY4MReader.h"
 #include "bridges/FXY4MWriter.h"
@@ -123,31 +122,6 @@ TEST_F(FXFfmpegInterop, ImageSequencesFromFfmpegReadAsTheSameBytes)
         EXPECT_TRUE(ours == std::vector<std::uint8_t>(theirs.begin(), theirs.end()));
         for (int i = 1; i <= 3; ++i)
             std::filesystem::remove(TFXSequencePattern(pattern).FileName(i));
-    }
-}
-
-TEST_F(FXFfmpegInterop, ImagesWeWriteReadInFfmpegAsTheSameBytes)
-{
-    const struct {
-        const char* Name;
-        const char* MemoryPixFmt;
-        TFXVideoFormat Format;
-    } cases[] = {
-        {"a.pgm", "gray", vfGray8},      {"b.pgm", "gray16le", vfGray16},
-        {"c.ppm", "bgr24", vfRGB24},     {"d.ppm", "bgr48le", vfRGB48},
-        {"e.pam", "bgra", vfRGB32},      {"f.png", "bgr24", vfRGB24},
-        {"g.png", "gray16le", vfGray16}, {"h.png", "bgra", vfRGB32},
-    };
-    for (const auto& c : cases) {
-        if (FXIsPNGFileName(c.Name) && !FXPNGAvailable())
-            continue;
-        SCOPED_TRACE(c.Name);
-        const TTestImage image(c.Format, 33, 17, 5, 11);
-        TFXImageSequenceWriter(FDir / c.Name).WriteFrame(c.Format, 33, 17, image.ConstPlanes());
-        Run("-i " + FDir / c.Name + " -f rawvideo -pix_fmt " + c.MemoryPixFmt + " " +
-            FDir / "o.raw");
-        const std::string theirs = test::ReadBytes(FDir / "o.raw");
-        EXPECT_TRUE(image.Pixels() == std::vector<std::uint8_t>(theirs.begin(), theirs.end()));
     }
 }
 

@@ -15,21 +15,6 @@ using test::ErrorMessage;
 using test::TTempDir;
 using test::TTestImage;
 
-// Reads the single image of `bytes` and returns its pixel bytes.
-std::vector<std::uint8_t> Decode(const TTempDir& dir, const std::string& bytes,
-                                 TFXVideoFormat expectedFormat)
-{
-    const std::string path = dir / "in.pnm";
-    test::WriteBytes(path, bytes);
-    TFXPNMReader reader(path);
-    EXPECT_EQ(reader.Info().Format, expectedFormat);
-    TTestImage image(reader.Info().Format, reader.Info().Width, reader.Info().Height, 3, 0);
-    reader.ReadPixels(image.Planes());
-    EXPECT_TRUE(image.PaddingIntact());
-    EXPECT_FALSE(reader.NextImage());
-    return image.Pixels();
-}
-
 class FXPNMRoundTrip : public testing::TestWithParam<TFXVideoFormat> {};
 
 TEST_P(FXPNMRoundTrip, EveryWritableFormatComesBackByteExactThroughPaddedStrides)
@@ -78,69 +63,52 @@ TEST(FXPNM, FilesHoldRedFirstAndBigEndianSamples)
               "MAXVAL 65535\nTUPLTYPE RGB_ALPHA\nENDHDR\n\x06\x05\x04\x03\x02\x01\x08\x07");
 }
 
-TEST(FXPNM, ReadsPlainFormsAndCommentsAnywhereInTheHeader)
+TEST(FXPNM, DecodesEveryHeaderFormTupleTypeAndMaxval)
 {
-    TTempDir dir;
-    EXPECT_EQ(Decode(dir, "P2\n# made by hand\n3 1 # width height\n255\n0 128\n255\n", vfGray8),
-              (std::vector<std::uint8_t>{0, 128, 255}));
-    EXPECT_EQ(Decode(dir, "P3 2 1 255 1 2 3 # a comment in the data\n 4 5 6", vfRGB24),
-              (std::vector<std::uint8_t>{3, 2, 1, 6, 5, 4}));
-    EXPECT_EQ(Decode(dir, "P5#comment right after the magic\n2#w\n1\n255\n\x10\x20", vfGray8),
-              (std::vector<std::uint8_t>{0x10, 0x20}));
-    EXPECT_EQ(Decode(dir, "P2 2 1 65535 258 65535", vfGray16),
-              (std::vector<std::uint8_t>{2, 1, 255, 255}));
-}
-
-TEST(FXPNM, OddMaxvalsAreRescaledToTheFullRangeAndClamped)
-{
-    TTempDir dir;
-    // maxval 15 to 8 bits: v * 255 / 15 rounded; 99 is above the maxval and counts as 15.
-    EXPECT_EQ(Decode(dir, "P2 4 1 15 0 7 15 99", vfGray8),
-              (std::vector<std::uint8_t>{0, 119, 255, 255}));
-    // maxval 1000 to 16 bits (little-endian in memory).
-    EXPECT_EQ(Decode(dir, std::string("P5 3 1 1000\n\x00\x00\x01\xF4\x03\xE8", 18), vfGray16),
-              (std::vector<std::uint8_t>{0, 0, 0x00, 0x80, 0xFF, 0xFF}));
-    EXPECT_EQ(Decode(dir, std::string("P6 1 1 1\n\x01\x00\x01", 12), vfRGB24),
-              (std::vector<std::uint8_t>{255, 0, 255}));
-    // A binary sample above maxval 255 counts as the maxval too.
-    EXPECT_EQ(Decode(dir, std::string("P5 1 1 300\n\x01\x2D", 13), vfGray16),
-              (std::vector<std::uint8_t>{255, 255}));
-}
-
-TEST(FXPNM, PamTupleTypesChooseTheFrameFormat)
-{
-    TTempDir dir;
-    auto pam = [](const std::string& fields, const std::string& data) {
-        return "P7\n" + fields + "\nENDHDR\n" + data;
+    using TBytes = std::vector<std::uint8_t>;
+    const std::string pam = "P7\nWIDTH 1\nHEIGHT 1\nDEPTH ";
+    const struct {
+        std::string File;
+        TFXVideoFormat Format;
+        TBytes Pixels;
+    } cases[] = {
+        // Plain forms, comments anywhere white space may be.
+        {"P2\n# by hand\n3 1 # w h\n255\n0 128\n255\n", vfGray8, {0, 128, 255}},
+        {"P3 2 1 255 1 2 3 # in the data\n 4 5 6", vfRGB24, {3, 2, 1, 6, 5, 4}},
+        {"P5#after the magic\n2#w\n1\n255\n\x10\x20", vfGray8, {0x10, 0x20}},
+        {"P2 2 1 65535 258 65535", vfGray16, {2, 1, 255, 255}},
+        // Other maxvals rescale to the full range, rounded; samples above maxval count as it.
+        {"P2 4 1 15 0 7 15 99", vfGray8, {0, 119, 255, 255}},
+        {std::string("P5 3 1 1000\n\x00\x00\x01\xF4\x03\xE8", 18),
+         vfGray16,
+         {0, 0, 0x00, 0x80, 0xFF, 0xFF}},
+        {std::string("P5 1 1 300\n\x01\x2D", 13), vfGray16, {255, 255}},
+        {std::string("P6 1 1 1\n\x01\x00\x01", 12), vfRGB24, {255, 0, 255}},
+        // PAM tuple types; gray with alpha becomes B = G = R = gray, A = alpha.
+        {pam + "1\nMAXVAL 255\nTUPLTYPE GRAYSCALE\nENDHDR\n\x07", vfGray8, {7}},
+        {pam + "2\nMAXVAL 255\nTUPLTYPE GRAYSCALE_ALPHA\nENDHDR\n\x0A\x14",
+         vfRGB32,
+         {10, 10, 10, 20}},
+        {pam + "2\nMAXVAL 65535\nTUPLTYPE GRAYSCALE_ALPHA\nENDHDR\n\x12\x34\xAB\xCD",
+         vfRGBA64,
+         {0x34, 0x12, 0x34, 0x12, 0x34, 0x12, 0xCD, 0xAB}},
+        {"P7\n# c\n\nTUPLTYPE RGB\nDEPTH 3\nWIDTH 1\nHEIGHT 1\nMAXVAL 255\nENDHDR\n\x01\x02\x03",
+         vfRGB24,
+         {3, 2, 1}},
+        {pam + "1\nMAXVAL 1\nTUPLTYPE BLACKANDWHITE\nENDHDR\n\x01", vfGray8, {255}},
+        {pam + "4\nMAXVAL 255\nENDHDR\n\x01\x02\x03\x04", vfRGB32, {3, 2, 1, 4}},
     };
-    EXPECT_EQ(Decode(dir,
-                     pam("WIDTH 2\nHEIGHT 1\nDEPTH 1\nMAXVAL 255\nTUPLTYPE GRAYSCALE", "\x01\x02"),
-                     vfGray8),
-              (std::vector<std::uint8_t>{1, 2}));
-    // Gray with alpha becomes B = G = R = gray, A = alpha.
-    EXPECT_EQ(
-        Decode(dir,
-               pam("WIDTH 1\nHEIGHT 1\nDEPTH 2\nMAXVAL 255\nTUPLTYPE GRAYSCALE_ALPHA", "\x0A\x14"),
-               vfRGB32),
-        (std::vector<std::uint8_t>{10, 10, 10, 20}));
-    EXPECT_EQ(Decode(dir,
-                     pam("# comment\n\nTUPLTYPE RGB\nDEPTH 3\nWIDTH 1\nHEIGHT 1\nMAXVAL 255",
-                         "\x01\x02\x03"),
-                     vfRGB24),
-              (std::vector<std::uint8_t>{3, 2, 1}));
-    EXPECT_EQ(Decode(dir,
-                     pam("WIDTH 2\nHEIGHT 1\nDEPTH 1\nMAXVAL 1\nTUPLTYPE BLACKANDWHITE",
-                         std::string("\x00\x01", 2)),
-                     vfGray8),
-              (std::vector<std::uint8_t>{0, 255}));
-    EXPECT_EQ(
-        Decode(dir, pam("WIDTH 1\nHEIGHT 1\nDEPTH 4\nMAXVAL 255", "\x01\x02\x03\x04"), vfRGB32),
-        (std::vector<std::uint8_t>{3, 2, 1, 4}));
-    EXPECT_EQ(Decode(dir,
-                     pam("WIDTH 1\nHEIGHT 1\nDEPTH 2\nMAXVAL 65535\nTUPLTYPE GRAYSCALE_ALPHA",
-                         std::string("\x12\x34\xAB\xCD")),
-                     vfRGBA64),
-              (std::vector<std::uint8_t>{0x34, 0x12, 0x34, 0x12, 0x34, 0x12, 0xCD, 0xAB}));
+    TTempDir dir;
+    for (const auto& c : cases) {
+        test::WriteBytes(dir / "in.pnm", c.File);
+        TFXPNMReader reader(dir / "in.pnm");
+        ASSERT_EQ(reader.Info().Format, c.Format) << c.File;
+        TTestImage image(c.Format, reader.Info().Width, reader.Info().Height, 3, 0);
+        reader.ReadPixels(image.Planes());
+        EXPECT_EQ(image.Pixels(), c.Pixels) << c.File;
+        EXPECT_TRUE(image.PaddingIntact());
+        EXPECT_FALSE(reader.NextImage());
+    }
 }
 
 TEST(FXPNM, AStreamOfSeveralImagesIsReadOneAfterAnother)
@@ -177,16 +145,12 @@ TEST(FXPNM, BrokenHeadersAreClearErrorsNamingTheFile)
     const std::pair<std::string, const char*> cases[] = {
         {"", "empty file"},
         {"GIF89a", "not a PNM or PAM image (it starts with 'G')"},
-        {"P9\n", "not a PNM or PAM image (it starts with 'P' '9')"},
         {"P4\n1 1\n\x80", "PBM bitmaps (P1, P4) are not supported"},
         {"P5 4", "truncated header (the file ends before the height)"},
-        {"P5 4 4", "truncated header (the file ends before the maxval)"},
         {"P5 4x4 255\n", "invalid width in the header (found 'x')"},
-        {"P5 -4 4 255\n", "invalid width in the header (found '-')"},
         {"P5 0 4 255\n", "invalid image size 0x4"},
         {"P5 4 4 0\n", "maxval 0 is out of range"},
         {"P5 4 4 70000\n", "maxval 70000 is out of range"},
-        {"P6 100000 100000 255\n", "beyond the supported"},
         {"P6 20000 20000 255\n", "beyond the supported"},
         {"P6 99999999999999999999 1 255\n", "width in the header is absurdly large"},
         {"P7\nWIDTH 1\nHEIGHT 1\nDEPTH 1\nMAXVAL 255\n", "truncated PAM header (no ENDHDR line)"},
@@ -196,8 +160,6 @@ TEST(FXPNM, BrokenHeadersAreClearErrorsNamingTheFile)
         {"P7\nWIDTH 1\nHEIGHT 1\nDEPTH 2\nMAXVAL 255\nTUPLTYPE RGB\nENDHDR\n",
          "TUPLTYPE RGB needs DEPTH 3, the header says 2"},
         {"P7\nWIDTH 1\nHEIGHT 1\nDEPTH 5\nMAXVAL 255\nENDHDR\n", "DEPTH 5 is not supported"},
-        {"P7\nWIDTH 1\nHEIGHT 1\nDEPTH 0\nMAXVAL 255\nENDHDR\n", "DEPTH 0 is not supported"},
-        {"P7\nWIDTH x\nHEIGHT 1\nDEPTH 1\nMAXVAL 255\nENDHDR\n", "invalid WIDTH 'x'"},
         {"P7\nWIDTH 1\nHEIGHT 1\nCOLOR 1\nENDHDR\n", "unknown PAM header line 'COLOR 1'"},
         {"P7 WIDTH 1\n", "invalid PAM header (expected a line end after P7)"},
     };
