@@ -17,6 +17,23 @@ void FXCheckImageSize(const std::string& name, std::int64_t width, std::int64_t 
                        std::to_string(kFXMaxImagePixels) + " pixels in all");
 }
 
+TFXVideoFormat FXInterleavedFormat(const std::string& name, int channels, int bytesPerSample)
+{
+    const bool wide = bytesPerSample == 2;
+    switch (channels) {
+    case 1:
+        return wide ? vfGray16 : vfGray8;
+    case 3:
+        return wide ? vfRGB48 : vfRGB24;
+    case 2:
+    case 4:
+        return wide ? vfRGBA64 : vfRGB32;
+    default:
+        throw EFXError(name + ": " + std::to_string(channels) +
+                       " samples per pixel are not supported (1 to 4)");
+    }
+}
+
 std::int64_t FXImageBytes(TFXVideoFormat format, int width, int height)
 {
     std::int64_t bytes = 0;

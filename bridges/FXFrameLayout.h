@@ -19,6 +19,11 @@ inline constexpr std::int64_t kFXMaxImagePixels = std::int64_t(16384) * 16384;
 // width * height <= kFXMaxImagePixels.
 void FXCheckImageSize(const std::string& name, std::int64_t width, std::int64_t height);
 
+// The interleaved format of `channels` samples per pixel (1 gray, 3 RGB, 2 or 4 with alpha:
+// gray with alpha is delivered as RGB with alpha) of 1 or 2 bytes each; throws EFXError
+// naming `name` for other channel counts.
+TFXVideoFormat FXInterleavedFormat(const std::string& name, int channels, int bytesPerSample);
+
 // Bytes of all planes of one image without row padding (what a Y4M frame holds).
 std::int64_t FXImageBytes(TFXVideoFormat format, int width, int height);
 

@@ -203,20 +203,7 @@ TFXPNGImage FXReadPNG(const std::string& fileName)
         fail();
     FXCheckImageSize(stream.Name(), width, height);
     TFXPNGImage image;
-    const bool wide = bitDepth == 16;
-    switch (channels) {
-    case 1:
-        image.Format = wide ? vfGray16 : vfGray8;
-        break;
-    case 3:
-        image.Format = wide ? vfRGB48 : vfRGB24;
-        break;
-    case 4:
-        image.Format = wide ? vfRGBA64 : vfRGB32;
-        break;
-    default:
-        stream.Fail("unsupported PNG layout (" + std::to_string(channels) + " channels)");
-    }
+    image.Format = FXInterleavedFormat(stream.Name(), channels, bitDepth / 8);
     image.Width = int(width);
     image.Height = int(height);
     image.Stride = FXPlaneGeometry(image.Format, image.Width, image.Height, 0).RowBytes;

@@ -172,7 +172,6 @@ void TFXPNMReader::ReadPamHeader()
 
 void TFXPNMReader::ChooseFormat()
 {
-    const bool wide = FInfo.MaxVal > 255;
     int depth = FInfo.Depth;
     if (FInfo.Type == 7) {
         struct TTuple {
@@ -200,17 +199,7 @@ void TFXPNMReader::ChooseFormat()
             FStream.Fail("DEPTH " + std::to_string(depth) + " is not supported (1 to 4)");
         }
     }
-    switch (depth) {
-    case 1:
-        FInfo.Format = wide ? vfGray16 : vfGray8;
-        break;
-    case 3:
-        FInfo.Format = wide ? vfRGB48 : vfRGB24;
-        break;
-    default:
-        FInfo.Format = wide ? vfRGBA64 : vfRGB32;
-        break; // 2 and 4: with alpha
-    }
+    FInfo.Format = FXInterleavedFormat(FStream.Name(), depth, FInfo.MaxVal > 255 ? 2 : 1);
 }
 
 void TFXPNMReader::Incomplete(std::int64_t done, std::int64_t total, const char* unit)

@@ -36,21 +36,11 @@ EFXFormError ErrorOf(std::string_view text, TFXFormLimits limits = {})
 
 TEST(FXFormReader, ReadsAGraphWithNestedObjectsGroupsAndPinLinks)
 {
-    const TFXFormObject root = FXReadFormText(R"(object Graph1: TFXGraph
-  object Jaehne1: TFXJaehneGen
-    ImageSize.Width = 320
-  end
-  object Blur1: TFXGaussianBlur
-    Kernel.SigmaX = 1.500000000000000000
-    InputPin.SourcePin = Graph1.Jaehne1.OutputPin
-    OutputPin.SinkPins = (
-      Graph1.Logger1.InputPin)
-  end
-end
-)");
+    const TFXFormObject root =
+        FXReadFormFile(std::string(FRAMIX_SOURCE_DIR) + "/tests/corpus/form/graph.dfm");
     EXPECT_EQ(root.Name, "Graph1");
     EXPECT_EQ(root.ClassName, "TFXGraph");
-    ASSERT_EQ(root.Children.size(), 2u);
+    ASSERT_EQ(root.Children.size(), 3u);
     const TFXFormObject* blur = root.FindDescendant("Blur1");
     ASSERT_NE(blur, nullptr);
     EXPECT_EQ(blur->FindProperty("kernel.sigmax")->Value.AsNumber(), 1.5);
@@ -58,6 +48,8 @@ end
               "Graph1.Jaehne1.OutputPin");
     EXPECT_EQ(blur->FindProperty("OutputPin.SinkPins")->Value,
               V::List({V::Identifier("Graph1.Logger1.InputPin")}));
+    EXPECT_EQ(root.FindDescendant("Logger1")->FindProperty("FileName")->Value,
+              V::String("out.y4m"));
     EXPECT_EQ(root.FindDescendant("Nope"), nullptr);
 }
 

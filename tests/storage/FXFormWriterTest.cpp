@@ -7,6 +7,7 @@
 #include <cfloat>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <random>
 
 #include "storage/FXFormFile.h"
@@ -31,46 +32,16 @@ std::string OneProperty(const std::string& body)
     return "object A: TA\n  P =" + body + "\nend\n";
 }
 
-// Texts already in the normal form: reading and writing them must change nothing.
+// The seed forms are kept in the normal form: reading and writing them changes nothing.
 TEST(FXFormWriter, NormalFormTextsAreWrittenBackUnchanged)
 {
-    const char* const texts[] = {R"(object Graph1: TFXGraph
-  object Jaehne1: TFXJaehneGen
-    ImageSize.Width = 320
-  end
-  object Blur1: TFXGaussianBlur
-    Kernel.SigmaX = 1.500000000000000000
-    InputPin.SourcePin = Graph1.Jaehne1.OutputPin
-    OutputPin.SinkPins = (
-      Graph1.Logger1.InputPin)
-  end
-end
-)",
-                                 R"(inherited TFXGraph [3]
-  P = <
-    item
-      Name = 'a'
-      Data = (
-        1
-        (
-          2))
-    end
-    item
-    end>
-  Q = (
-    <>
-    ()
-    [a, b]
-    {})
-  B = {
-    000102030405060708090A0B0C0D0E0F101112131415161718191A1B1C1D1E1F
-    2021}
-  inline F: TF
-  end
-end
-)"};
-    for (const char* text : texts)
-        EXPECT_EQ(FXWriteFormText(FXReadFormText(text)), text);
+    for (const char* name : {"graph.dfm", "every-value.dfm"}) {
+        const std::string path = std::string(FRAMIX_SOURCE_DIR) + "/tests/corpus/form/" + name;
+        std::ifstream file(path, std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        ASSERT_FALSE(text.empty()) << path;
+        EXPECT_EQ(FXWriteFormText(FXReadFormText(text)), text) << name;
+    }
     EXPECT_EQ(FXWriteFormText(FXReadFormText("object  A :TA X=1 object B:TB end Y=$10 end")),
               "object A: TA\n  X = 1\n  Y = 16\n  object B: TB\n  end\nend\n");
 }
