@@ -80,10 +80,10 @@ TFXFileStream::~TFXFileStream()
 
 void TFXFileStream::Close() noexcept
 {
+    // A borrowed stream (standard input or output, a caller's FILE) stays open and is not
+    // flushed here: fflush is undefined on input, and the writers flush every frame anyway.
     if (FFile && FOwned)
         std::fclose(FFile);
-    else if (FFile)
-        std::fflush(FFile);
     FFile = nullptr;
 }
 
