@@ -1,0 +1,4 @@
+object A: TA
+  S = 'open
+  T = #55357
+end
