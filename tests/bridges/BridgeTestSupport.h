@@ -15,59 +15,9 @@
 
 #include "framework/FXPlanes.h"
 #include "framework/FXVideoFormat.h"
+#include "tests/support/FXTestImage.h"
 
 namespace framix::test {
-
-// One image in its own memory; every row is followed by `padding` sentinel bytes, so a codec
-// that writes past a row or ignores the stride is caught. Seed 0 gives a black image.
-class TTestImage {
-public:
-    TTestImage(TFXVideoFormat format, int width, int height, int padding, std::uint32_t seed)
-    {
-        std::mt19937 rng(seed);
-        for (int p = 0; p < FXFormatInfo(format).PlaneCount; ++p) {
-            FGeometry[p] = FXPlaneGeometry(format, width, height, p);
-            FPlanes.Stride[p] = FGeometry[p].RowBytes + padding;
-            FMemory[p].assign(std::size_t(FPlanes.Stride[p]) * FGeometry[p].Rows, kSentinel);
-            FPlanes.Data[p] = FMemory[p].data();
-            for (int y = 0; y < FGeometry[p].Rows; ++y)
-                for (int x = 0; x < FGeometry[p].RowBytes; ++x)
-                    Row(p, y)[x] = seed ? std::uint8_t(rng()) : 0;
-        }
-    }
-
-    const TFXPlanes& Planes() { return FPlanes; }
-    TFXConstPlanes ConstPlanes() const { return FPlanes; }
-    std::uint8_t* Row(int plane, int y) { return FPlanes.Data[plane] + y * FPlanes.Stride[plane]; }
-
-    // The pixel bytes of all planes, rows packed.
-    std::vector<std::uint8_t> Pixels() const
-    {
-        std::vector<std::uint8_t> out;
-        for (int p = 0; p < 4; ++p)
-            for (int y = 0; y < FGeometry[p].Rows; ++y) {
-                const std::uint8_t* row = FPlanes.Data[p] + y * FPlanes.Stride[p];
-                out.insert(out.end(), row, row + FGeometry[p].RowBytes);
-            }
-        return out;
-    }
-
-    bool PaddingIntact() const
-    {
-        for (int p = 0; p < 4; ++p)
-            for (int y = 0; y < FGeometry[p].Rows; ++y)
-                for (int x = FGeometry[p].RowBytes; x < FPlanes.Stride[p]; ++x)
-                    if (FPlanes.Data[p][y * FPlanes.Stride[p] + x] != kSentinel)
-                        return false;
-        return true;
-    }
-
-private:
-    static constexpr std::uint8_t kSentinel = 0xA5;
-    std::vector<std::uint8_t> FMemory[4];
-    TFXPlaneGeometry FGeometry[4] = {};
-    TFXPlanes FPlanes;
-};
 
 // A fresh folder under the system temporary directory, removed with the object.
 class TTempDir {

@@ -66,7 +66,7 @@ TEST_F(FXFfmpegInterop, Y4MFromFfmpegReadsAsTheSameBytesAndOursReadsBackInFfmpeg
                 TTestImage image(f.Format, 33, 17, 3, 0);
                 if (!reader.ReadFrame(image.Planes()))
                     break;
-                const auto pixels = image.Pixels();
+                const auto pixels = image.Bytes();
                 ours.insert(ours.end(), pixels.begin(), pixels.end());
                 frames.push_back(std::move(image));
             }
@@ -114,7 +114,7 @@ TEST_F(FXFfmpegInterop, ImageSequencesFromFfmpegReadAsTheSameBytes)
             TTestImage image(c.Format, 33, 17, 1, 0);
             if (!reader.ReadFrame(image.Planes()))
                 break;
-            const auto pixels = image.Pixels();
+            const auto pixels = image.Bytes();
             ours.insert(ours.end(), pixels.begin(), pixels.end());
         }
         EXPECT_EQ(reader.FrameCount(), 3);

@@ -58,7 +58,7 @@ TEST(FXImageSequence, NumbersFromOneAndReadsBackUntilTheFirstGap)
     for (const TTestImage& expected : frames) {
         TTestImage got(vfRGB24, 5, 3, 1, 0);
         ASSERT_TRUE(reader.ReadFrame(got.Planes()));
-        EXPECT_EQ(got.Pixels(), expected.Pixels());
+        EXPECT_EQ(got.Bytes(), expected.Bytes());
         EXPECT_TRUE(got.PaddingIntact());
     }
     EXPECT_EQ(reader.CurrentFile(), dir / "f_003.ppm");
@@ -75,7 +75,7 @@ TEST(FXImageSequence, ASequenceStartingAtZeroIsReadFromZero)
     TFXImageSequenceReader reader(dir / "z%d.pgm");
     TTestImage got(vfGray16, 5, 3, 0, 0);
     ASSERT_TRUE(reader.ReadFrame(got.Planes()));
-    EXPECT_EQ(got.Pixels(), frames[0].Pixels());
+    EXPECT_EQ(got.Bytes(), frames[0].Bytes());
     EXPECT_EQ(reader.CurrentFile(), dir / "z0.pgm");
     ASSERT_TRUE(reader.ReadFrame(got.Planes()));
     EXPECT_FALSE(reader.ReadFrame(got.Planes()));
@@ -91,7 +91,7 @@ TEST(FXImageSequence, APlainNameIsOneFileHoldingEveryFrame)
     for (const TTestImage& expected : frames) {
         TTestImage got(vfRGB32, 5, 3, 0, 0);
         ASSERT_TRUE(reader.ReadFrame(got.Planes()));
-        EXPECT_EQ(got.Pixels(), expected.Pixels());
+        EXPECT_EQ(got.Bytes(), expected.Bytes());
     }
     TTestImage spare(vfRGB32, 5, 3, 0, 0);
     EXPECT_FALSE(reader.ReadFrame(spare.Planes()));

@@ -40,7 +40,7 @@ TEST_F(FXPNGFile, EveryFormatComesBackByteExact)
         for (int y = 0; y < 3; ++y)
             std::copy_n(back.Pixels.data() + std::ptrdiff_t(y) * back.Stride,
                         FXPlaneGeometry(format, 5, 3, 0).RowBytes, copy.Row(0, y));
-        EXPECT_EQ(copy.Pixels(), source.Pixels()) << FXVideoFormatName(format);
+        EXPECT_EQ(copy.Bytes(), source.Bytes()) << FXVideoFormatName(format);
     }
 }
 
@@ -59,7 +59,7 @@ TEST_F(FXPNGFile, SequencesOfPngFilesPlayLikeOtherImages)
     for (const TTestImage& expected : frames) {
         TTestImage got(vfRGB32, 7, 2, 2, 0);
         ASSERT_TRUE(reader.ReadFrame(got.Planes()));
-        EXPECT_EQ(got.Pixels(), expected.Pixels());
+        EXPECT_EQ(got.Bytes(), expected.Bytes());
         EXPECT_TRUE(got.PaddingIntact());
     }
     TTestImage spare(vfRGB32, 7, 2, 0, 0);
@@ -69,7 +69,7 @@ TEST_F(FXPNGFile, SequencesOfPngFilesPlayLikeOtherImages)
     TFXImageSequenceWriter last(FDir / "last.png");
     last.WriteFrame(vfRGB32, 7, 2, frames[0].ConstPlanes());
     last.WriteFrame(vfRGB32, 7, 2, frames[1].ConstPlanes());
-    EXPECT_EQ(FXReadPNG(FDir / "last.png").Pixels, frames[1].Pixels());
+    EXPECT_EQ(FXReadPNG(FDir / "last.png").Pixels, frames[1].Bytes());
 }
 
 TEST_F(FXPNGFile, DamagedFilesAndUnsupportedFormatsAreClearErrors)

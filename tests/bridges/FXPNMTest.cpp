@@ -31,7 +31,7 @@ TEST_P(FXPNMRoundTrip, EveryWritableFormatComesBackByteExactThroughPaddedStrides
         EXPECT_EQ(reader.Info().Height, h);
         TTestImage back(format, w, h, 2, 0);
         reader.ReadPixels(back.Planes());
-        EXPECT_EQ(back.Pixels(), source.Pixels()) << w << "x" << h;
+        EXPECT_EQ(back.Bytes(), source.Bytes()) << w << "x" << h;
         EXPECT_TRUE(back.PaddingIntact());
         EXPECT_FALSE(reader.NextImage());
     }
@@ -105,7 +105,7 @@ TEST(FXPNM, DecodesEveryHeaderFormTupleTypeAndMaxval)
         ASSERT_EQ(reader.Info().Format, c.Format) << c.File;
         TTestImage image(c.Format, reader.Info().Width, reader.Info().Height, 3, 0);
         reader.ReadPixels(image.Planes());
-        EXPECT_EQ(image.Pixels(), c.Pixels) << c.File;
+        EXPECT_EQ(image.Bytes(), c.Pixels) << c.File;
         EXPECT_TRUE(image.PaddingIntact());
         EXPECT_FALSE(reader.NextImage());
     }
@@ -126,14 +126,14 @@ TEST(FXPNM, AStreamOfSeveralImagesIsReadOneAfterAnother)
     TFXPNMReader reader(path);
     TTestImage backA(vfRGB24, 3, 2, 0, 0);
     reader.ReadPixels(backA.Planes());
-    EXPECT_EQ(backA.Pixels(), a.Pixels());
+    EXPECT_EQ(backA.Bytes(), a.Bytes());
     ASSERT_TRUE(reader.NextImage());
     EXPECT_EQ(reader.Info().Format, vfGray16);
     ASSERT_TRUE(reader.NextImage()); // skips the gray image unread
     EXPECT_EQ(reader.Info().Type, 7);
     TTestImage backC(vfRGB32, 1, 3, 0, 0);
     reader.ReadPixels(backC.Planes());
-    EXPECT_EQ(backC.Pixels(), c.Pixels());
+    EXPECT_EQ(backC.Bytes(), c.Bytes());
     EXPECT_FALSE(reader.NextImage());
     EXPECT_EQ(reader.ImageCount(), 2);
     EXPECT_THROW(reader.ReadPixels(backC.Planes()), EFXError);

@@ -38,7 +38,7 @@ TEST_P(FXY4MRoundTrip, EveryCarriedFormatComesBackByteExactThroughPaddedStrides)
         for (const TTestImage& expected : frames) {
             TTestImage got(format, w, h, 3, 0);
             ASSERT_TRUE(reader.ReadFrame(got.Planes()));
-            EXPECT_EQ(got.Pixels(), expected.Pixels()) << w << "x" << h;
+            EXPECT_EQ(got.Bytes(), expected.Bytes()) << w << "x" << h;
             EXPECT_TRUE(got.PaddingIntact());
         }
         TTestImage spare(format, w, h, 0, 0);
@@ -46,7 +46,7 @@ TEST_P(FXY4MRoundTrip, EveryCarriedFormatComesBackByteExactThroughPaddedStrides)
         EXPECT_EQ(reader.FrameCount(), 3);
         // Exactly the header and three unpadded frames: none of the padding leaked out.
         EXPECT_EQ(test::ReadBytes(path).size(), FXFormatY4MHeader(reader.Info(), "").size() +
-                                                    3 * (6 + frames[0].Pixels().size()));
+                                                    3 * (6 + frames[0].Bytes().size()));
     }
 }
 
@@ -94,7 +94,7 @@ TEST(FXY4M, ReadsHeadersAndFrameLinesAsOtherToolsWriteThem)
     EXPECT_EQ(reader.Info().PixelAspect, (TFXRatio{0, 0}));
     TTestImage image(vfI420, 4, 2, 0, 0);
     ASSERT_TRUE(reader.ReadFrame(image.Planes()));
-    EXPECT_EQ(image.Pixels(), std::vector<std::uint8_t>(frame.begin(), frame.end()));
+    EXPECT_EQ(image.Bytes(), std::vector<std::uint8_t>(frame.begin(), frame.end()));
     EXPECT_TRUE(reader.ReadFrame(image.Planes()));
     EXPECT_FALSE(reader.ReadFrame(image.Planes()));
     for (const char* tag : {"420mpeg2", "420paldv", "420"})
@@ -163,7 +163,7 @@ TEST(FXY4M, AStreamCutInsideAFrameReportsItAfterTheCompleteFrames)
         TTestImage image(vfI420, 5, 3, 2, 0);
         EXPECT_TRUE(reader.ReadFrame(image.Planes()));
         EXPECT_TRUE(reader.ReadFrame(image.Planes()));
-        EXPECT_EQ(image.Pixels(), source.Pixels());
+        EXPECT_EQ(image.Bytes(), source.Bytes());
         try {
             reader.ReadFrame(image.Planes());
             ADD_FAILURE() << "no error for a frame cut after " << cut << " bytes";
@@ -247,7 +247,7 @@ TEST(FXY4M, PipeReadersSeeEachFrameAsSoonAsItIsWritten)
         EXPECT_EQ(pending(), 6 + 32);
         TTestImage got(vfGray8, 8, 4, 0, 0);
         ASSERT_TRUE(reader.ReadFrame(got.Planes())); // would block if the frame were held back
-        EXPECT_EQ(got.Pixels(), frame.Pixels());
+        EXPECT_EQ(got.Bytes(), frame.Bytes());
     } // the writer's copy of the write end closes: a new reader sees the end of the stream
     EXPECT_EQ(ErrorMessage([&] {
                   TFXY4MReader(TFXFileStream::FromDescriptor(fds[0], TFXFileMode::Read, "pipe"));

@@ -12,7 +12,7 @@
 
 #include "framework/FXError.h"
 #include "framework/detail/FXConvertKernels.h"
-#include "tests/framework/FXPlaneTestImage.h"
+#include "tests/support/FXTestImage.h"
 
 namespace framix {
 namespace {

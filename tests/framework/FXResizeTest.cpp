@@ -9,7 +9,7 @@
 
 #include "framework/FXError.h"
 #include "framework/FXFormatConversion.h"
-#include "tests/framework/FXPlaneTestImage.h"
+#include "tests/support/FXTestImage.h"
 
 namespace framix {
 namespace {

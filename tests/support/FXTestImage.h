@@ -20,12 +20,32 @@ public:
     TTestImage(TFXVideoFormat format, int width, int height, int pad = 0)
         : FFormat(format), FWidth(width), FHeight(height)
     {
-        for (int p = 0; p < FXFormatInfo(format).PlaneCount; ++p) {
-            const TFXPlaneGeometry g = FXPlaneGeometry(format, width, height, p);
+        Allocate(pad);
+    }
+
+    // Random pixels from `seed`; seed 0 gives a black image.
+    TTestImage(TFXVideoFormat format, int width, int height, int pad, std::uint32_t seed)
+        : TTestImage(format, width, height, pad)
+    {
+        if (seed)
+            Randomize(seed);
+        else
+            Fill({0});
+    }
+
+    std::uint8_t* Row(int plane, int y) { return Pixel(plane, 0, y); }
+
+private:
+    void Allocate(int pad)
+    {
+        for (int p = 0; p < FXFormatInfo(FFormat).PlaneCount; ++p) {
+            const TFXPlaneGeometry g = FXPlaneGeometry(FFormat, FWidth, FHeight, p);
             FStride[p] = g.RowBytes + pad;
             FMem[p].assign(size_t(FStride[p]) * size_t(g.Rows - 1) + size_t(g.RowBytes), kSentinel);
         }
     }
+
+public:
 
     // Random pixels, made canonical: RGB555's unused bit clear, and the spare luma of an odd-width
     // packed 4:2:2 row equal to the last pixel's (what every conversion writes).
@@ -71,7 +91,7 @@ public:
         }
         return p;
     }
-    TFXConstPlanes ConstPlanes() { return Planes(); }
+    TFXConstPlanes ConstPlanes() const { return const_cast<TTestImage*>(this)->Planes(); }
 
     std::uint8_t* Pixel(int plane, int x, int y) { return FMem[plane].data() + size_t(y) * size_t(FStride[plane]) + size_t(x); }
 
