@@ -6,7 +6,7 @@ namespace framix {
 
 TFXCommonGen::TFXCommonGen(TKTComponent* owner)
     : TQNBasicCommonFilter(owner), FOutputPin(*this, "OutputPin", Lock(), SourceDispatcher()),
-      FImageSize(this, Lock(), nullptr), FGenerator(FOutputPin)
+      FImageSize(this, Lock(), nullptr), FGenerator(*this, Lock(), FOutputPin)
 {
 }
 
@@ -38,44 +38,17 @@ void TFXCommonGen::GetImageSize(int& width, int& height)
     height = FImageSize.GetHeight();
 }
 
-void TFXCommonGen::StartSource()
-{
-    TKTLockGuard guard(Lock());
-    IntStart();
-    int width = 0;
-    int height = 0;
-    GetImageSize(width, height);
-    FGenerator.Start(width, height, GetVideoFormat(), FFrameRate);
-}
+void TFXCommonGen::StartSource() { FGenerator.Start(); }
 
 bool TFXCommonGen::PumpFrame() { return IntPump(); }
 
 bool TFXCommonGen::IntPump()
 {
-    FXImageBufferPtr frame;
-    {
-        TKTLockGuard guard(Lock());
-        if (!FGenerator.IsStarted())
-            IntStart();
-        int width = 0;
-        int height = 0;
-        GetImageSize(width, height);
-        frame = FGenerator.Produce(width, height, GetVideoFormat(), FFrameRate,
-                                   [this](IFXImageBuffer& buffer) { GenerateFrame(buffer); });
-    }
-    // Sent outside the lock: setters need not wait while the frame travels downstream.
-    FGenerator.Send(std::move(frame));
+    FGenerator.Pump();
     return true;
 }
 
-void TFXCommonGen::StopSource()
-{
-    {
-        TKTLockGuard guard(Lock());
-        IntStop();
-    }
-    FGenerator.Stop();
-}
+void TFXCommonGen::StopSource() { FGenerator.Stop(); }
 
 void TFXCommonGen::RequestPump(int count)
 {
@@ -90,12 +63,8 @@ bool TFXCommonGen::SourceDispatch(TPXBasicPin& pin, TPXDataType type,
         RequestPump(request->Count);
         return true;
     }
-    if (operation.As<TPXQueryStreamOperation>()) {
-        TKTLockGuard guard(Lock());
-        FGenerator.Reannounce();
-        return true;
-    }
-    return TQNBasicCommonFilter::SourceDispatch(pin, type, operation, state);
+    return FGenerator.HandleQuery(operation) ||
+           TQNBasicCommonFilter::SourceDispatch(pin, type, operation, state);
 }
 
 } // namespace framix

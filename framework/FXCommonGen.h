@@ -13,7 +13,9 @@ namespace framix {
 // Each pump makes one frame of ImageSize in GetVideoFormat, lets GenerateFrame draw it (under
 // the component lock), stamps it and sends it. A pump request arriving from downstream pumps as
 // many frames as it asks for; a stream query repeats the announcement.
-class TFXCommonGen : public TQNBasicCommonFilter, public IFXPumpSource {
+class TFXCommonGen : public TQNBasicCommonFilter,
+                     public IFXPumpSource,
+                     protected IFXGeneratorHooks {
 public:
     static constexpr TFXFloatProp kFrameRate{.Name = "FrameRate",
                                              .Help = "frames per second of the generated stream",
@@ -45,16 +47,17 @@ protected:
     virtual void RequestPump(int count);
     // Called at the start of a stream, under the lock, before the announcement (open files,
     // reset state).
-    virtual void IntStart() {}
-    virtual void IntStop() {}
+    void IntStart() override {}
+    void IntStop() override {}
     virtual bool GetCanStart() { return true; }
     // One frame: returns false when the generator has no more frames.
     virtual bool IntPump();
     virtual void SetRate(double rate) { SetFrameRate(rate); }
     // Draws one frame; the buffer has the stream's size and format. Called under the lock.
-    virtual void GenerateFrame(IFXImageBuffer& buffer) {}
-    virtual TFXVideoFormat GetVideoFormat() { return vfRGB24; }
-    virtual void GetImageSize(int& width, int& height);
+    void GenerateFrame(IFXImageBuffer& buffer) override {}
+    TFXVideoFormat GetVideoFormat() override { return vfRGB24; }
+    void GetImageSize(int& width, int& height) override;
+    double GetGeneratorFrameRate() override { return FFrameRate; }
 
 private:
     TFXPXImageSourcePin FOutputPin;

@@ -6,7 +6,7 @@ namespace framix {
 
 TFXCommonROIGenFilter::TFXCommonROIGenFilter(TKTComponent* owner)
     : TFXCommonROIFilter(owner), FImageSize(this, Lock(), nullptr),
-      FGenerator(GetImageOutputPin())
+      FGenerator(*this, Lock(), GetImageOutputPin())
 {
 }
 
@@ -41,41 +41,15 @@ void TFXCommonROIGenFilter::GetImageSize(int& width, int& height)
     height = FImageSize.GetHeight();
 }
 
-void TFXCommonROIGenFilter::StartSource()
-{
-    TKTLockGuard guard(Lock());
-    IntStart();
-    int width = 0;
-    int height = 0;
-    GetImageSize(width, height);
-    FGenerator.Start(width, height, GetVideoFormat(), FFrameRate);
-}
+void TFXCommonROIGenFilter::StartSource() { FGenerator.Start(); }
 
 bool TFXCommonROIGenFilter::PumpFrame()
 {
-    FXImageBufferPtr frame;
-    {
-        TKTLockGuard guard(Lock());
-        if (!FGenerator.IsStarted())
-            IntStart();
-        int width = 0;
-        int height = 0;
-        GetImageSize(width, height);
-        frame = FGenerator.Produce(width, height, GetVideoFormat(), FFrameRate,
-                                   [this](IFXImageBuffer& buffer) { GenerateFrame(buffer); });
-    }
-    FGenerator.Send(std::move(frame));
+    FGenerator.Pump();
     return true;
 }
 
-void TFXCommonROIGenFilter::StopSource()
-{
-    {
-        TKTLockGuard guard(Lock());
-        IntStop();
-    }
-    FGenerator.Stop();
-}
+void TFXCommonROIGenFilter::StopSource() { FGenerator.Stop(); }
 
 void TFXCommonROIGenFilter::RequestPump(int count)
 {
@@ -92,11 +66,8 @@ bool TFXCommonROIGenFilter::SourceDispatch(TPXBasicPin& pin, TPXDataType type,
             RequestPump(request->Count);
             return true;
         }
-        if (operation.As<TPXQueryStreamOperation>()) {
-            TKTLockGuard guard(Lock());
-            FGenerator.Reannounce();
+        if (FGenerator.HandleQuery(operation))
             return true;
-        }
     }
     return TFXCommonROIFilter::SourceDispatch(pin, type, operation, state);
 }

@@ -12,7 +12,9 @@ namespace framix {
 // With its input connected it filters like any region-of-interest filter. With the input
 // unconnected it is a source: each pump makes a frame of `ImageSize` in GetVideoFormat, lets
 // GenerateFrame draw it, stamps it at `FrameRate` and sends it.
-class TFXCommonROIGenFilter : public TFXCommonROIFilter, public IFXPumpSource {
+class TFXCommonROIGenFilter : public TFXCommonROIFilter,
+                              public IFXPumpSource,
+                              protected IFXGeneratorHooks {
 public:
     static constexpr TFXFloatProp kFrameRate{.Name = "FrameRate",
                                              .Help = "frames per second when generating",
@@ -39,12 +41,13 @@ protected:
     bool SourceDispatch(TPXBasicPin& pin, TPXDataType type, const IPXNotifyOperation& operation,
                         TPXNotifyState state) override;
     virtual void RequestPump(int count);
-    virtual void IntStop() {}
-    virtual void IntStart() {}
-    virtual void GetImageSize(int& width, int& height);
-    virtual TFXVideoFormat GetVideoFormat() { return vfRGB32; }
+    void IntStop() override {}
+    void IntStart() override {}
+    void GetImageSize(int& width, int& height) override;
+    TFXVideoFormat GetVideoFormat() override { return vfRGB32; }
     // Draws one generated frame (size and format already set), under the lock.
-    virtual void GenerateFrame(IFXImageBuffer& buffer) {}
+    void GenerateFrame(IFXImageBuffer& buffer) override {}
+    double GetGeneratorFrameRate() override { return FFrameRate; }
 
 private:
     TFXFilterOutputSize FImageSize;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Announcing, stamping and sending generated frames.
+// Announcing, pumping, stamping and sending generated frames.
 #include "framework/FXFrameGenerator.h"
 
 #include <algorithm>
@@ -19,55 +19,76 @@ void TFXFrameGenerator::Announce()
     FOutput.Notify(TPXStartFrameOperation(FWidth, FHeight, FDelay, FFormat));
 }
 
-void TFXFrameGenerator::Start(int width, int height, TFXVideoFormat format, double frameRate)
+void TFXFrameGenerator::StartLocked()
 {
-    FWidth = width;
-    FHeight = height;
-    FFormat = format;
-    FDelay = FrameDelayOf(frameRate);
+    FHooks.IntStart();
+    FHooks.GetImageSize(FWidth, FHeight);
+    FFormat = FHooks.GetVideoFormat();
+    FDelay = FrameDelayOf(FHooks.GetGeneratorFrameRate());
     FCount = 0;
     FStarted = true;
     Announce();
     FOutput.Notify(TPXStartPumpOperation());
 }
 
-void TFXFrameGenerator::Reannounce()
+void TFXFrameGenerator::Start()
 {
-    if (FStarted)
-        Announce();
+    TKTLockGuard guard(FLock);
+    StartLocked();
 }
 
-FXImageBufferPtr TFXFrameGenerator::Produce(int width, int height, TFXVideoFormat format,
-                                            double frameRate,
-                                            const std::function<void(IFXImageBuffer&)>& fill)
+void TFXFrameGenerator::Pump()
 {
-    if (!FStarted) {
-        Start(width, height, format, frameRate);
-    } else if (width != FWidth || height != FHeight || format != FFormat ||
-               FrameDelayOf(frameRate) != FDelay) {
-        FWidth = width;
-        FHeight = height;
-        FFormat = format;
-        FDelay = FrameDelayOf(frameRate);
-        Announce();
+    FXImageBufferPtr frame;
+    {
+        TKTLockGuard guard(FLock);
+        if (!FStarted)
+            StartLocked();
+        int width = 0;
+        int height = 0;
+        FHooks.GetImageSize(width, height);
+        const TFXVideoFormat format = FHooks.GetVideoFormat();
+        const std::int64_t delay = FrameDelayOf(FHooks.GetGeneratorFrameRate());
+        if (width != FWidth || height != FHeight || format != FFormat || delay != FDelay) {
+            FWidth = width;
+            FHeight = height;
+            FFormat = format;
+            FDelay = delay;
+            Announce();
+        }
+        frame = new TFXImageBuffer(FWidth, FHeight, FFormat);
+        FHooks.GenerateFrame(*frame);
+        frame->GetSequenceStamp().SetBufferNumber(FCount);
+        frame->GetTimeStamp().SetBegin(FCount * FDelay);
+        frame->GetTimeStamp().SetEnd((FCount + 1) * FDelay);
+        frame->GetTimeStamp().SetAvailable(FDelay > 0);
+        frame->GetTimeCode().SetFrame(FCount);
+        ++FCount;
     }
-    FXImageBufferPtr frame = new TFXImageBuffer(FWidth, FHeight, FFormat);
-    fill(*frame);
-    frame->GetSequenceStamp().SetBufferNumber(FCount);
-    frame->GetTimeStamp().SetBegin(FCount * FDelay);
-    frame->GetTimeStamp().SetEnd((FCount + 1) * FDelay);
-    frame->GetTimeStamp().SetAvailable(FDelay > 0);
-    frame->GetTimeCode().SetFrame(FCount);
-    ++FCount;
-    return frame;
+    FOutput.SendBuffer(std::move(frame));
 }
 
 void TFXFrameGenerator::Stop()
 {
-    if (!FStarted)
-        return;
-    FStarted = false;
+    {
+        TKTLockGuard guard(FLock);
+        if (!FStarted)
+            return;
+        FHooks.IntStop();
+        FStarted = false;
+    }
     FOutput.Notify(TPXStopOperation());
+}
+
+bool TFXFrameGenerator::HandleQuery(const IPXNotifyOperation& operation)
+{
+    if (operation.As<TPXQueryStreamOperation>()) {
+        TKTLockGuard guard(FLock);
+        if (FStarted)
+            Announce();
+        return true;
+    }
+    return false;
 }
 
 } // namespace framix

@@ -1,41 +1,63 @@
 // SPDX-License-Identifier: MIT
-// The bookkeeping every frame source shares: announcing, stamping and sending frames.
+// What every frame source shares: announcing, pumping, stamping and sending frames.
 #pragma once
 
 #include <cstdint>
-#include <functional>
 
 #include "framework/FXImageBuffer.h"
 #include "framework/FXPins.h"
 
 namespace framix {
 
-// Owned by a source component. Keeps the announced stream, numbers and stamps frames
-// (sequence number, media time from the frame period, time code) and re-announces when the
-// source's size, format or rate changed between frames.
+// The operations a source component provides to its frame generator (its own virtual
+// operations: the generator bases implement this interface with them).
+class IFXGeneratorHooks {
+public:
+    // Start and end of a stream, under the lock (open and close files, reset state).
+    virtual void IntStart() = 0;
+    virtual void IntStop() = 0;
+    virtual void GetImageSize(int& width, int& height) = 0;
+    virtual TFXVideoFormat GetVideoFormat() = 0;
+    virtual double GetGeneratorFrameRate() = 0;
+    // Draws one frame (size and format already set), under the lock.
+    virtual void GenerateFrame(IFXImageBuffer& buffer) = 0;
+
+protected:
+    ~IFXGeneratorHooks() = default;
+};
+
+// Owned by a source component. Runs its stream: the announcement and a start-pump operation at
+// the start, one frame per pump (drawn under the component lock, numbered and stamped with the
+// frame period, sent outside the lock so setters need not wait while it travels), a new
+// announcement when size, format or rate changed between frames, pump requests and stream
+// queries from downstream, and the stop operation.
 class TFXFrameGenerator {
 public:
-    explicit TFXFrameGenerator(TFXPXImageSourcePin& output) : FOutput(output) {}
+    TFXFrameGenerator(IFXGeneratorHooks& hooks, IKTLock& lock, TFXPXImageSourcePin& output)
+        : FHooks(hooks), FLock(lock), FOutput(output)
+    {
+    }
 
     // Frame period in 100 ns units for a rate in frames per second (at least 1).
     static std::int64_t FrameDelayOf(double frameRate);
 
-    // Sends the start-frame announcement and a start-pump operation; resets the count.
-    void Start(int width, int height, TFXVideoFormat format, double frameRate);
-    bool IsStarted() const { return FStarted; }
-    // Makes a frame of the stream's geometry, lets `fill` draw it and stamps it. When the
-    // geometry differs from the announcement, the stream is announced again first.
-    FXImageBufferPtr Produce(int width, int height, TFXVideoFormat format, double frameRate,
-                             const std::function<void(IFXImageBuffer&)>& fill);
-    void Send(FXImageBufferPtr frame) { FOutput.SendBuffer(std::move(frame)); }
-    // Sends the announcement again (a stream query from downstream).
-    void Reannounce();
+    void Start();
+    // Makes and sends one frame.
+    void Pump();
     void Stop();
+    // Stream queries arriving at the output pin (the announcement is repeated); false for
+    // anything else. Pump requests are the component's: it decides when its stream ends.
+    bool HandleQuery(const IPXNotifyOperation& operation);
+
+    bool IsStarted() const { return FStarted; }
     std::int64_t FramesSent() const { return FCount; }
 
 private:
+    void StartLocked();
     void Announce();
 
+    IFXGeneratorHooks& FHooks;
+    IKTLock& FLock;
     TFXPXImageSourcePin& FOutput;
     bool FStarted = false;
     int FWidth = 0;
