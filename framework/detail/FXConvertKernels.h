@@ -75,8 +75,13 @@ const char* FXConvertLevelName(TFXConvertLevel level);
     X(vfGray8, vfGray16)                                                                         \
     X(vfGray16, vfGray8)                                                                         \
     X(vfI420, vfRGB24)                                                                           \
+    X(vfYV12, vfRGB24)                                                                           \
+    X(vfNV12, vfRGB24)                                                                           \
     X(vfRGB24, vfI420)                                                                           \
-    X(vfYUY2, vfRGB24)
+    X(vfRGB24, vfYV12)                                                                           \
+    X(vfRGB24, vfNV12)                                                                           \
+    X(vfYUY2, vfRGB24)                                                                           \
+    X(vfUYVY, vfRGB24)
 
 enum class TFXFastPair : int {
 #define FX_FAST_PAIR_ENUM(s, d) s##_##d,

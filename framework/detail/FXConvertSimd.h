@@ -310,32 +310,42 @@ inline void StoreYuvAsBgr(std::uint8_t* p, TVecT luma, const TChromaTerms& t)
              PackInLane(r[0], r[1], r[2], r[3]));
 }
 
-void I420ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
+// 4:2:0 to RGB24; two luma rows share each chroma row's terms. F is vfI420, vfYV12 or vfNV12.
+template <TFXVideoFormat F>
+void Yuv420ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
     constexpr int kBlock = 16 * V::kLanes;
     const TVecT zero = V::Zero(), bias = V::Set16(128);
     const int body = BodyWidth(width, kBlock);
     for (int y = 0; y < height; y += 2) {
-        const std::uint8_t* u = Row(src, 1, y / 2);
-        const std::uint8_t* v = Row(src, 2, y / 2);
+        const std::uint8_t* c1 = Row(src, 1, y / 2);
+        const std::uint8_t* c2 = F == vfNV12 ? nullptr : Row(src, 2, y / 2);
         const int rows = height - y < 2 ? 1 : 2;
         for (int x = 0; x < body; x += kBlock) {
-            const TVecT uv = V::Unpacklo8(V::LoadLanes8(u + x / 2), V::LoadLanes8(v + x / 2));
+            // U, V byte pairs of 8 chroma samples per lane.
+            const TVecT uv = F == vfNV12  ? V::Load(c1 + x)
+                             : F == vfI420 ? V::Unpacklo8(V::LoadLanes8(c1 + x / 2), V::LoadLanes8(c2 + x / 2))
+                                           : V::Unpacklo8(V::LoadLanes8(c2 + x / 2), V::LoadLanes8(c1 + x / 2));
             const TChromaTerms t =
                 ChromaTerms(V::Sub16(V::Unpacklo8(uv, zero), bias), V::Sub16(V::Unpackhi8(uv, zero), bias));
             for (int r = 0; r < rows; ++r)
                 StoreYuvAsBgr(Row(dst, 0, y + r) + 3 * x, V::Load(Row(src, 0, y + r) + x), t);
         }
     }
-    Tail(vfI420, src, vfRGB24, dst, body, width, height);
+    Tail(F, src, vfRGB24, dst, body, width, height);
 }
 
-void Yuy2ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
+// Packed 4:2:2 to RGB24. F is vfYUY2 (Y U Y V) or vfUYVY (U Y V Y).
+template <TFXVideoFormat F>
+void Packed422ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
     constexpr int kBlock = 16 * V::kLanes;
     const TVecT lowBytes = V::Set16(0x00FF), bias = V::Set16(128);
+    // Splits 16-bit words into their luma and chroma bytes, as 16-bit values.
+    auto luma = [&](TVecT w) { return F == vfYUY2 ? V::And(w, lowBytes) : V::template Srli16<8>(w); };
+    auto chroma = [&](TVecT w) { return V::Sub16(F == vfYUY2 ? V::template Srli16<8>(w) : V::And(w, lowBytes), bias); };
     const int body = BodyWidth(width, kBlock);
     for (int y = 0; y < height; ++y) {
         const std::uint8_t* s = Row(src, 0, y);
@@ -343,13 +353,10 @@ void Yuy2ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int
         for (int x = 0; x < body; x += kBlock) {
             TVecT a = V::Load(s + 2 * x), b = V::Load(s + 2 * x + 16 * V::kLanes);
             V::Deinterleave2(a, b);  // lane j: pixels 16j..16j+7 in a, 16j+8..16j+15 in b
-            const TVecT luma = V::Packus16(V::And(a, lowBytes), V::And(b, lowBytes));
-            const TChromaTerms t = ChromaTerms(V::Sub16(V::template Srli16<8>(a), bias),
-                                               V::Sub16(V::template Srli16<8>(b), bias));
-            StoreYuvAsBgr(d + 3 * x, luma, t);
+            StoreYuvAsBgr(d + 3 * x, V::Packus16(luma(a), luma(b)), ChromaTerms(chroma(a), chroma(b)));
         }
     }
-    Tail(vfYUY2, src, vfRGB24, dst, body, width, height);
+    Tail(F, src, vfRGB24, dst, body, width, height);
 }
 
 // ---------------------------------------------------------------- RGB -> YUV
@@ -371,7 +378,9 @@ inline TVecT LumaOf(TVecT b, TVecT g, TVecT r)
     return V::AddsU8(PackInLane(y[0], y[1], y[2], y[3]), V::Set8(16));
 }
 
-void Rgb24ToI420(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
+// RGB24 to 4:2:0, two rows at a time. F is vfI420, vfYV12 or vfNV12.
+template <TFXVideoFormat F>
+void Rgb24ToYuv420(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
     constexpr int kBlock = 16 * V::kLanes;
@@ -383,8 +392,8 @@ void Rgb24ToI420(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int
     for (int y = 0; y < pairRows; y += 2) {
         const std::uint8_t* s0 = Row(src, 0, y);
         const std::uint8_t* s1 = Row(src, 0, y + 1);
-        std::uint8_t* u = Row(dst, 1, y / 2);
-        std::uint8_t* v = Row(dst, 2, y / 2);
+        std::uint8_t* c1 = Row(dst, 1, y / 2);
+        std::uint8_t* c2 = F == vfNV12 ? nullptr : Row(dst, 2, y / 2);
         for (int x = 0; x < body; x += kBlock) {
             TVecT b0, g0, r0, b1, g1, r1;
             LoadBgr(s0 + 3 * x, b0, g0, r0);
@@ -402,20 +411,50 @@ void Rgb24ToI420(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int
                 const TVecT c1 = V::template Srai32<17>(V::Add32(V::Madd(bg1, wBG), V::Madd(r41, wR)));
                 return V::Add16(V::Packs32(c0, c1), bias);
             };
-            V::StoreLanes8Pair(u + x / 2, v + x / 2, V::Packus16(chroma(wUBG, wUR), chroma(wVBG, wVR)));
+            const TVecT u = chroma(wUBG, wUR), v = chroma(wVBG, wVR);
+            if (F == vfNV12)
+                V::Store(c1 + x, V::Packus16(V::Unpacklo16(u, v), V::Unpackhi16(u, v)));
+            else if (F == vfI420)
+                V::StoreLanes8Pair(c1 + x / 2, c2 + x / 2, V::Packus16(u, v));
+            else
+                V::StoreLanes8Pair(c2 + x / 2, c1 + x / 2, V::Packus16(u, v));
         }
     }
-    Tail(vfRGB24, src, vfI420, dst, body, width, pairRows);
+    Tail(vfRGB24, src, F, dst, body, width, pairRows);
     if (pairRows < height)
-        ConvertReference(vfRGB24, SubImage(vfRGB24, src, 0, pairRows), vfI420,
-                         SubImage(vfI420, dst, 0, pairRows), width, 1);
+        ConvertReference(vfRGB24, SubImage(vfRGB24, src, 0, pairRows), F, SubImage(F, dst, 0, pairRows), width, 1);
 }
 
-// In TFXFastPair order.
+// ---------------------------------------------------------------- the level's table
+template <TFXVideoFormat S, TFXVideoFormat D> constexpr TFXConvertKernel kKernel = nullptr;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfRGB32> = Rgb24ToRgb32;
+template <> constexpr TFXConvertKernel kKernel<vfRGB32, vfRGB24> = Rgb32ToRgb24;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfGray8> = Rgb24ToGray8;
+template <> constexpr TFXConvertKernel kKernel<vfRGB32, vfGray8> = Rgb32ToGray8;
+template <> constexpr TFXConvertKernel kKernel<vfGray8, vfRGB24> = Gray8ToRgb24;
+template <> constexpr TFXConvertKernel kKernel<vfGray8, vfRGB32> = Gray8ToRgb32;
+template <> constexpr TFXConvertKernel kKernel<vfGray8, vfGray16> = Gray8ToGray16;
+template <> constexpr TFXConvertKernel kKernel<vfGray16, vfGray8> = Gray16ToGray8;
+template <> constexpr TFXConvertKernel kKernel<vfI420, vfRGB24> = Yuv420ToRgb24<vfI420>;
+template <> constexpr TFXConvertKernel kKernel<vfYV12, vfRGB24> = Yuv420ToRgb24<vfYV12>;
+template <> constexpr TFXConvertKernel kKernel<vfNV12, vfRGB24> = Yuv420ToRgb24<vfNV12>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfI420> = Rgb24ToYuv420<vfI420>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfYV12> = Rgb24ToYuv420<vfYV12>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfNV12> = Rgb24ToYuv420<vfNV12>;
+template <> constexpr TFXConvertKernel kKernel<vfYUY2, vfRGB24> = Packed422ToRgb24<vfYUY2>;
+template <> constexpr TFXConvertKernel kKernel<vfUYVY, vfRGB24> = Packed422ToRgb24<vfUYVY>;
+
 constexpr TFXConvertKernel kLevelKernels[kFastPairCount] = {
-    Rgb24ToRgb32, Rgb32ToRgb24, Rgb24ToGray8,  Rgb32ToGray8, Gray8ToRgb24, Gray8ToRgb32,
-    Gray8ToGray16, Gray16ToGray8, I420ToRgb24, Rgb24ToI420, Yuy2ToRgb24,
+#define FX_LEVEL_KERNEL(s, d) kKernel<s, d>,
+    FX_CONVERT_FAST_PAIRS(FX_LEVEL_KERNEL)
+#undef FX_LEVEL_KERNEL
 };
+static_assert([] {
+    for (TFXConvertKernel k : kLevelKernels)
+        if (k == nullptr)
+            return false;
+    return true;
+}(), "every listed pair needs a kernel");
 
 } // namespace
 } // namespace framix::conv
