@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // AVX2 conversion kernels: the vector interface on two 16-byte lanes.
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // AVX-512 (F, BW, VL) conversion kernels: the vector interface on four 16-byte lanes.
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 

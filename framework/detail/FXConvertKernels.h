@@ -77,6 +77,7 @@ const char* FXConvertLevelName(TFXConvertLevel level);
     X(vfI420, vfRGB24)                                                                           \
     X(vfYV12, vfRGB24)                                                                           \
     X(vfNV12, vfRGB24)                                                                           \
+    X(vfI422, vfRGB24)                                                                           \
     X(vfRGB24, vfI420)                                                                           \
     X(vfRGB24, vfYV12)                                                                           \
     X(vfRGB24, vfNV12)                                                                           \

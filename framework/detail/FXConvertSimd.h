@@ -310,22 +310,23 @@ inline void StoreYuvAsBgr(std::uint8_t* p, TVecT luma, const TChromaTerms& t)
              PackInLane(r[0], r[1], r[2], r[3]));
 }
 
-// 4:2:0 to RGB24; two luma rows share each chroma row's terms. F is vfI420, vfYV12 or vfNV12.
+// Planar 4:2:0 or 4:2:2 to RGB24; with 4:2:0 two luma rows share each chroma row's terms.
+// F is vfI420, vfYV12, vfNV12 or vfI422.
 template <TFXVideoFormat F>
-void Yuv420ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
+void PlanarYuvToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 16 * V::kLanes;
+    constexpr int kBlock = 16 * V::kLanes, kRowsPerChroma = F == vfI422 ? 1 : 2;
     const TVecT zero = V::Zero(), bias = V::Set16(128);
     const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; y += 2) {
-        const std::uint8_t* c1 = Row(src, 1, y / 2);
-        const std::uint8_t* c2 = F == vfNV12 ? nullptr : Row(src, 2, y / 2);
-        const int rows = height - y < 2 ? 1 : 2;
+    for (int y = 0; y < height; y += kRowsPerChroma) {
+        const std::uint8_t* c1 = Row(src, 1, y / kRowsPerChroma);
+        const std::uint8_t* c2 = F == vfNV12 ? nullptr : Row(src, 2, y / kRowsPerChroma);
+        const int rows = std::min(kRowsPerChroma, height - y);
         for (int x = 0; x < body; x += kBlock) {
             // U, V byte pairs of 8 chroma samples per lane.
             const TVecT uv = F == vfNV12  ? V::Load(c1 + x)
-                             : F == vfI420 ? V::Unpacklo8(V::LoadLanes8(c1 + x / 2), V::LoadLanes8(c2 + x / 2))
+                             : F != vfYV12 ? V::Unpacklo8(V::LoadLanes8(c1 + x / 2), V::LoadLanes8(c2 + x / 2))
                                            : V::Unpacklo8(V::LoadLanes8(c2 + x / 2), V::LoadLanes8(c1 + x / 2));
             const TChromaTerms t =
                 ChromaTerms(V::Sub16(V::Unpacklo8(uv, zero), bias), V::Sub16(V::Unpackhi8(uv, zero), bias));
@@ -435,9 +436,10 @@ template <> constexpr TFXConvertKernel kKernel<vfGray8, vfRGB24> = Gray8ToRgb24;
 template <> constexpr TFXConvertKernel kKernel<vfGray8, vfRGB32> = Gray8ToRgb32;
 template <> constexpr TFXConvertKernel kKernel<vfGray8, vfGray16> = Gray8ToGray16;
 template <> constexpr TFXConvertKernel kKernel<vfGray16, vfGray8> = Gray16ToGray8;
-template <> constexpr TFXConvertKernel kKernel<vfI420, vfRGB24> = Yuv420ToRgb24<vfI420>;
-template <> constexpr TFXConvertKernel kKernel<vfYV12, vfRGB24> = Yuv420ToRgb24<vfYV12>;
-template <> constexpr TFXConvertKernel kKernel<vfNV12, vfRGB24> = Yuv420ToRgb24<vfNV12>;
+template <> constexpr TFXConvertKernel kKernel<vfI420, vfRGB24> = PlanarYuvToRgb24<vfI420>;
+template <> constexpr TFXConvertKernel kKernel<vfYV12, vfRGB24> = PlanarYuvToRgb24<vfYV12>;
+template <> constexpr TFXConvertKernel kKernel<vfNV12, vfRGB24> = PlanarYuvToRgb24<vfNV12>;
+template <> constexpr TFXConvertKernel kKernel<vfI422, vfRGB24> = PlanarYuvToRgb24<vfI422>;
 template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfI420> = Rgb24ToYuv420<vfI420>;
 template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfYV12> = Rgb24ToYuv420<vfYV12>;
 template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfNV12> = Rgb24ToYuv420<vfNV12>;

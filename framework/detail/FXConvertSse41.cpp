@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SSE4.1 conversion kernels: the vector interface on one 16-byte lane.
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
