@@ -149,53 +149,52 @@ void Rgb32ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, in
     Tail(vfRGB32, src, vfRGB24, dst, body, width, height);
 }
 
-void Rgb24ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
+// Grey from packed RGB: lumaOf(p) gives the 32-bit luma of the 4 * kLanes pixels at p; four
+// such groups make one vector of grey bytes. `slack` pixels at the row end stay unread.
+template <int Bytes, class LumaOf>
+void PackedToGray8(TFXVideoFormat from, const TFXConstPlanes& src, const TFXPlanes& dst, int width,
+                   int height, int slack, LumaOf lumaOf)
 {
-    using V = TVec;
-    constexpr int kGroup = 4 * V::kLanes, kBlock = 4 * kGroup;
-    static constexpr TMask kBG{{0, kZ, 1, kZ, 3, kZ, 4, kZ, 6, kZ, 7, kZ, 9, kZ, 10, kZ}};
-    static constexpr TMask kR{{2, kZ, kZ, kZ, 5, kZ, kZ, kZ, 8, kZ, kZ, kZ, 11, kZ, kZ, kZ}};
-    const TVecT maskBG = Mask(kBG), maskR = Mask(kR), oneHigh = V::Set32(1 << 16);
-    const TVecT wBG = V::Pair16(kLumaB, kLumaG), wR1 = V::Pair16(kLumaR, 16384);
-    const int body = BodyWidth(width, kBlock, 2);
+    constexpr int kGroup = 4 * TVec::kLanes, kBlock = 4 * kGroup;
+    const int body = BodyWidth(width, kBlock, slack);
     for (int y = 0; y < height; ++y) {
         const std::uint8_t* s = Row(src, 0, y);
         std::uint8_t* d = Row(dst, 0, y);
         for (int x = 0; x < body; x += kBlock) {
-            TVecT luma[4];
-            for (int i = 0; i < 4; ++i) {
-                const TVecT v = V::LoadLanes12(s + 3 * (x + i * kGroup));
-                const TVecT bg = V::Shuffle(v, maskBG), r1 = V::Or(V::Shuffle(v, maskR), oneHigh);
-                luma[i] = V::template Srai32<15>(V::Add32(V::Madd(bg, wBG), V::Madd(r1, wR1)));
-            }
-            V::Store(d + x, PackGroups(luma[0], luma[1], luma[2], luma[3]));
+            const std::uint8_t* p = s + Bytes * x;
+            TVec::Store(d + x, PackGroups(lumaOf(p), lumaOf(p + Bytes * kGroup), lumaOf(p + 2 * Bytes * kGroup),
+                                          lumaOf(p + 3 * Bytes * kGroup)));
         }
     }
-    Tail(vfRGB24, src, vfGray8, dst, body, width, height);
+    Tail(from, src, vfGray8, dst, body, width, height);
+}
+
+void Rgb24ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
+{
+    using V = TVec;
+    static constexpr TMask kBG{{0, kZ, 1, kZ, 3, kZ, 4, kZ, 6, kZ, 7, kZ, 9, kZ, 10, kZ}};
+    static constexpr TMask kR{{2, kZ, kZ, kZ, 5, kZ, kZ, kZ, 8, kZ, kZ, kZ, 11, kZ, kZ, kZ}};
+    const TVecT maskBG = Mask(kBG), maskR = Mask(kR), oneHigh = V::Set32(1 << 16);
+    const TVecT wBG = V::Pair16(kLumaB, kLumaG), wR1 = V::Pair16(kLumaR, 16384);
+    // 16-bit (B, G) and (R, 1) pairs per pixel against the weights and the rounding half.
+    PackedToGray8<3>(vfRGB24, src, dst, width, height, 2, [&](const std::uint8_t* p) {
+        const TVecT v = V::LoadLanes12(p);  // each lane reads 4 bytes past its 12
+        const TVecT bg = V::Shuffle(v, maskBG), r1 = V::Or(V::Shuffle(v, maskR), oneHigh);
+        return V::template Srai32<15>(V::Add32(V::Madd(bg, wBG), V::Madd(r1, wR1)));
+    });
 }
 
 void Rgb32ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kGroup = 4 * V::kLanes, kBlock = 4 * kGroup;
     const TVecT lowBytes = V::Set32(0x00FF00FF), half = V::Set32(16384);
     const TVecT wBR = V::Pair16(kLumaB, kLumaR), wGA = V::Pair16(kLumaG, 0);
-    const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock) {
-            TVecT luma[4];
-            for (int i = 0; i < 4; ++i) {
-                const TVecT v = V::Load(s + 4 * (x + i * kGroup));
-                const TVecT br = V::And(v, lowBytes), ga = V::template Srli16<8>(v);
-                luma[i] = V::template Srai32<15>(
-                    V::Add32(V::Add32(V::Madd(br, wBR), V::Madd(ga, wGA)), half));
-            }
-            V::Store(d + x, PackGroups(luma[0], luma[1], luma[2], luma[3]));
-        }
-    }
-    Tail(vfRGB32, src, vfGray8, dst, body, width, height);
+    // The 16-bit words of B, G, R, A are (B, R) masked and (G, A) shifted.
+    PackedToGray8<4>(vfRGB32, src, dst, width, height, 0, [&](const std::uint8_t* p) {
+        const TVecT v = V::Load(p);
+        const TVecT br = V::And(v, lowBytes), ga = V::template Srli16<8>(v);
+        return V::template Srai32<15>(V::Add32(V::Add32(V::Madd(br, wBR), V::Madd(ga, wGA)), half));
+    });
 }
 
 void Gray8ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
