@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Pixel conversion at 1920x1080: each fast pair per vector level, every other pair, and memcpy.
+// Pixel conversion at 1920x1080 (each fast pair per vector level, every other pair, memcpy) and resampling.
 #include <benchmark/benchmark.h>
 
 #include <cstring>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "framework/FXFormatConversion.h"
+#include "framework/FXResize.h"
 #include "framework/detail/FXConvertKernels.h"
 
 namespace framix {
@@ -76,6 +77,18 @@ void RunMemcpy(benchmark::State& state, size_t traffic)
     SetRate(state, a.size() * 2);
 }
 
+// Resampling 1920x1080 to 1280x720 (bytes = source + destination pixel bytes).
+void RunResize(benchmark::State& state, TFXVideoFormat format)
+{
+    TBenchFrame src(format), dst(format);
+    const size_t dstBytes = src.Bytes * 4 / 9;  // 1280x720 is 4/9 of the frame
+    for (auto _ : state) {
+        FXResizePixels(format, src.Planes, kWidth, kHeight, dst.Planes, 1280, 720);
+        benchmark::ClobberMemory();
+    }
+    SetRate(state, src.Bytes + dstBytes);
+}
+
 std::string Name(const char* what, TFXVideoFormat from, TFXVideoFormat to)
 {
     return std::string(what) + "/" + std::string(FXVideoFormatName(from)) + "->" +
@@ -103,6 +116,10 @@ const bool kRegistered = [] {
                 benchmark::RegisterBenchmark(Name("FXConvertPixels", TFXVideoFormat(s), TFXVideoFormat(d)).c_str(),
                                              RunConvert, TFXVideoFormat(s), TFXVideoFormat(d), -1)
                     ->Unit(benchmark::kMicrosecond);
+    for (TFXVideoFormat f : {vfRGB24, vfRGB32, vfGray8, vfGray16, vfI420, vfYUY2})
+        benchmark::RegisterBenchmark(("FXResizePixels/" + std::string(FXVideoFormatName(f)) + "/1920x1080->1280x720").c_str(),
+                                     RunResize, f)
+            ->Unit(benchmark::kMicrosecond);
     return true;
 }();
 
