@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Pixel conversion at 1920x1080 (each fast pair per vector level, every other pair, memcpy) and resampling.
+// Pixel conversion at 1920x1080 (each fast pair per vector level, every other pair, memcpy) and
+// resampling.
 #include <benchmark/benchmark.h>
 
 #include <cstring>
@@ -29,7 +30,8 @@ struct TBenchFrame {
             Bytes += size_t(g.RowBytes) * size_t(g.Rows);
         }
         Memory.resize(total + 64);
-        std::uint8_t* base = Memory.data() + (64 - reinterpret_cast<std::uintptr_t>(Memory.data()) % 64) % 64;
+        std::uint8_t* base =
+            Memory.data() + (64 - reinterpret_cast<std::uintptr_t>(Memory.data()) % 64) % 64;
         for (size_t i = 0; i < total; ++i)
             base[i] = std::uint8_t(i * 2654435761u >> 13);
         for (int p = 0; p < FXFormatInfo(format).PlaneCount; ++p)
@@ -37,7 +39,7 @@ struct TBenchFrame {
     }
     TFXVideoFormat Format;
     TFXPlanes Planes;
-    size_t Bytes = 0;  // pixel bytes, without row padding
+    size_t Bytes = 0; // pixel bytes, without row padding
     std::vector<std::uint8_t> Memory;
 };
 
@@ -81,7 +83,7 @@ void RunMemcpy(benchmark::State& state, size_t traffic)
 void RunResize(benchmark::State& state, TFXVideoFormat format)
 {
     TBenchFrame src(format), dst(format);
-    const size_t dstBytes = src.Bytes * 4 / 9;  // 1280x720 is 4/9 of the frame
+    const size_t dstBytes = src.Bytes * 4 / 9; // 1280x720 is 4/9 of the frame
     for (auto _ : state) {
         FXResizePixels(format, src.Planes, kWidth, kHeight, dst.Planes, 1280, 720);
         benchmark::ClobberMemory();
@@ -92,18 +94,21 @@ void RunResize(benchmark::State& state, TFXVideoFormat format)
 std::string Name(const char* what, TFXVideoFormat from, TFXVideoFormat to)
 {
     return std::string(what) + "/" + std::string(FXVideoFormatName(from)) + "->" +
-           std::string(FXVideoFormatName(to)) + "/" + std::to_string(kWidth) + "x" + std::to_string(kHeight);
+           std::string(FXVideoFormatName(to)) + "/" + std::to_string(kWidth) + "x" +
+           std::to_string(kHeight);
 }
 
 const bool kRegistered = [] {
     using namespace conv;
     for (const TFXFastPairInfo& pair : kFastPairs) {
         const std::string name = Name("FXConvertPixels", pair.Src, pair.Dst);
-        benchmark::RegisterBenchmark(name.c_str(), RunConvert, pair.Src, pair.Dst, -1)->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(name.c_str(), RunConvert, pair.Src, pair.Dst, -1)
+            ->Unit(benchmark::kMicrosecond);
         for (int level = 0; level < kConvertLevelCount; ++level)
             if (FXConvertLevelSupported(TFXConvertLevel(level)))
-                benchmark::RegisterBenchmark((name + "/" + FXConvertLevelName(TFXConvertLevel(level))).c_str(),
-                                             RunConvert, pair.Src, pair.Dst, level)
+                benchmark::RegisterBenchmark(
+                    (name + "/" + FXConvertLevelName(TFXConvertLevel(level))).c_str(), RunConvert,
+                    pair.Src, pair.Dst, level)
                     ->Unit(benchmark::kMicrosecond);
         const size_t traffic = TBenchFrame(pair.Src).Bytes + TBenchFrame(pair.Dst).Bytes;
         benchmark::RegisterBenchmark(Name("memcpy", pair.Src, pair.Dst).c_str(), RunMemcpy, traffic)
@@ -112,13 +117,17 @@ const bool kRegistered = [] {
     // The remaining pairs run the scalar reference; one row of the table per pair.
     for (int s = 0; s < kFXVideoFormatCount; ++s)
         for (int d = 0; d < kFXVideoFormatCount; ++d)
-            if (s != d && !FXFastKernel(TFXVideoFormat(s), TFXVideoFormat(d), TFXConvertLevel::Sse41))
-                benchmark::RegisterBenchmark(Name("FXConvertPixels", TFXVideoFormat(s), TFXVideoFormat(d)).c_str(),
-                                             RunConvert, TFXVideoFormat(s), TFXVideoFormat(d), -1)
+            if (s != d &&
+                !FXFastKernel(TFXVideoFormat(s), TFXVideoFormat(d), TFXConvertLevel::Sse41))
+                benchmark::RegisterBenchmark(
+                    Name("FXConvertPixels", TFXVideoFormat(s), TFXVideoFormat(d)).c_str(),
+                    RunConvert, TFXVideoFormat(s), TFXVideoFormat(d), -1)
                     ->Unit(benchmark::kMicrosecond);
     for (TFXVideoFormat f : {vfRGB24, vfRGB32, vfGray8, vfGray16, vfI420, vfYUY2})
-        benchmark::RegisterBenchmark(("FXResizePixels/" + std::string(FXVideoFormatName(f)) + "/1920x1080->1280x720").c_str(),
-                                     RunResize, f)
+        benchmark::RegisterBenchmark(
+            ("FXResizePixels/" + std::string(FXVideoFormatName(f)) + "/1920x1080->1280x720")
+                .c_str(),
+            RunResize, f)
             ->Unit(benchmark::kMicrosecond);
     return true;
 }();

@@ -43,7 +43,7 @@ template <class T> struct TSampleCodec {
     static constexpr bool kWide = sizeof(T) == 2;
     void GetRow(const std::uint8_t* row, int width, std::uint32_t* v) const
     {
-        if (Step == Channels * int(sizeof(T))) {  // contiguous samples: one flat widening loop
+        if (Step == Channels * int(sizeof(T))) { // contiguous samples: one flat widening loop
             const int count = width * Channels;
             for (int i = 0; i < count; ++i) {
                 T s;
@@ -127,24 +127,30 @@ void ResizeView(const Codec& codec, const std::uint8_t* src, int srcStride, int 
     using Acc = std::conditional_t<Codec::kWide, std::uint64_t, std::uint32_t>;
     const int channels = codec.Channels;
     const std::vector<TTap> xs = Taps(srcW, dstW), ys = Taps(srcH, dstH);
-    std::vector<std::uint32_t> line(size_t(srcW) * size_t(channels)), out(size_t(dstW) * size_t(channels));
+    std::vector<std::uint32_t> line(size_t(srcW) * size_t(channels)),
+        out(size_t(dstW) * size_t(channels));
     // Horizontally resampled source rows, and which source row each holds.
     std::vector<std::uint32_t> rows[2] = {out, out};
     int held[2] = {-1, -1};
     auto horizontal = [&](int sy, std::vector<std::uint32_t>& h) {
         codec.GetRow(src + std::ptrdiff_t(sy) * srcStride, srcW, line.data());
-        switch (channels) {  // a fixed channel count lets the compiler unroll the taps
-        case 1: return HorizontalPass<1>(xs, line.data(), h.data());
-        case 2: return HorizontalPass<2>(xs, line.data(), h.data());
-        case 3: return HorizontalPass<3>(xs, line.data(), h.data());
-        default: return HorizontalPass<4>(xs, line.data(), h.data());
+        switch (channels) { // a fixed channel count lets the compiler unroll the taps
+        case 1:
+            return HorizontalPass<1>(xs, line.data(), h.data());
+        case 2:
+            return HorizontalPass<2>(xs, line.data(), h.data());
+        case 3:
+            return HorizontalPass<3>(xs, line.data(), h.data());
+        default:
+            return HorizontalPass<4>(xs, line.data(), h.data());
         }
     };
     auto fetch = [&](int sy) -> const std::vector<std::uint32_t>& {
         for (int i = 0; i < 2; ++i)
             if (held[i] == sy)
                 return rows[i];
-        const int slot = held[0] == -1 || (held[1] != -1 && held[0] < held[1]) ? 0 : 1;  // the older row
+        const int slot =
+            held[0] == -1 || (held[1] != -1 && held[0] < held[1]) ? 0 : 1; // the older row
         horizontal(sy, rows[slot]);
         held[slot] = sy;
         return rows[slot];
@@ -155,17 +161,21 @@ void ResizeView(const Codec& codec, const std::uint8_t* src, int srcStride, int 
         const std::vector<std::uint32_t>& r1 = fetch(ty.I1);
         const Acc w0 = Acc(kOne - ty.Frac), w1 = Acc(ty.Frac);
         for (size_t i = 0; i < out.size(); ++i)
-            out[i] = std::uint32_t((r0[i] * w0 + r1[i] * w1 + (Acc(1) << (2 * kFracBits - 1))) >> (2 * kFracBits));
+            out[i] = std::uint32_t((r0[i] * w0 + r1[i] * w1 + (Acc(1) << (2 * kFracBits - 1))) >>
+                                   (2 * kFracBits));
         codec.PutRow(dst + std::ptrdiff_t(y) * dstStride, dstW, out.data());
     }
 }
 
-int Scaled(int size, int shift) { return (size + (1 << shift) - 1) >> shift; }
+int Scaled(int size, int shift)
+{
+    return (size + (1 << shift) - 1) >> shift;
+}
 
 } // namespace
 
-void FXResizePixels(TFXVideoFormat format, const TFXConstPlanes& src, int srcWidth,
-                    int srcHeight, const TFXPlanes& dst, int dstWidth, int dstHeight)
+void FXResizePixels(TFXVideoFormat format, const TFXConstPlanes& src, int srcWidth, int srcHeight,
+                    const TFXPlanes& dst, int dstWidth, int dstHeight)
 {
     FXCheckPlanes(format, src, srcWidth, srcHeight, "source");
     FXCheckPlanes(format, dst, dstWidth, dstHeight, "destination");
@@ -180,13 +190,16 @@ void FXResizePixels(TFXVideoFormat format, const TFXConstPlanes& src, int srcWid
         return;
     }
     auto run = [&](const auto& codec, const TView& v) {
-        ResizeView(codec, src.Data[v.Plane] + v.Offset, src.Stride[v.Plane], Scaled(srcWidth, v.ShiftX),
-                   Scaled(srcHeight, v.ShiftY), dst.Data[v.Plane] + v.Offset, dst.Stride[v.Plane],
-                   Scaled(dstWidth, v.ShiftX), Scaled(dstHeight, v.ShiftY));
+        ResizeView(codec, src.Data[v.Plane] + v.Offset, src.Stride[v.Plane],
+                   Scaled(srcWidth, v.ShiftX), Scaled(srcHeight, v.ShiftY),
+                   dst.Data[v.Plane] + v.Offset, dst.Stride[v.Plane], Scaled(dstWidth, v.ShiftX),
+                   Scaled(dstHeight, v.ShiftY));
     };
     switch (format) {
-    case vfRGB555: return run(TFieldCodec{{0, 5, 10}, {5, 5, 5}}, TView{0, 0, 0, 0});
-    case vfRGB565: return run(TFieldCodec{{0, 5, 11}, {5, 6, 5}}, TView{0, 0, 0, 0});
+    case vfRGB555:
+        return run(TFieldCodec{{0, 5, 10}, {5, 5, 5}}, TView{0, 0, 0, 0});
+    case vfRGB565:
+        return run(TFieldCodec{{0, 5, 11}, {5, 6, 5}}, TView{0, 0, 0, 0});
     case vfYUY2:
     case vfUYVY: {
         // Luma every 2 bytes, U and V every 4, on a grid half as wide.
@@ -194,19 +207,22 @@ void FXResizePixels(TFXVideoFormat format, const TFXConstPlanes& src, int srcWid
         run(TSampleCodec<std::uint8_t>{1, 2}, TView{0, yOffset, 0, 0});
         run(TSampleCodec<std::uint8_t>{1, 4}, TView{0, uOffset, 1, 0});
         run(TSampleCodec<std::uint8_t>{1, 4}, TView{0, uOffset + 2, 1, 0});
-        if (dstWidth % 2)  // the spare luma of the last pair repeats the last pixel, as conversion writes it
+        if (dstWidth %
+            2) // the spare luma of the last pair repeats the last pixel, as conversion writes it
             for (int y = 0; y < dstHeight; ++y) {
                 std::uint8_t* row = dst.Data[0] + std::ptrdiff_t(y) * dst.Stride[0] + yOffset;
                 row[2 * dstWidth] = row[2 * (dstWidth - 1)];
             }
         return;
     }
-    default: break;
+    default:
+        break;
     }
     if (!info.IsYUV) {
         const int channels = info.BytesPerPixel / info.BytesPerSample;
         if (info.BytesPerSample == 2)
-            return run(TSampleCodec<std::uint16_t>{channels, info.BytesPerPixel}, TView{0, 0, 0, 0});
+            return run(TSampleCodec<std::uint16_t>{channels, info.BytesPerPixel},
+                       TView{0, 0, 0, 0});
         return run(TSampleCodec<std::uint8_t>{channels, info.BytesPerPixel}, TView{0, 0, 0, 0});
     }
     for (int p = 0; p < info.PlaneCount; ++p) {

@@ -16,10 +16,19 @@ struct TPx {
     std::uint32_t B, G, R, A;
 };
 
-TPx Widen(TPx p) { return {FXWiden8(p.B), FXWiden8(p.G), FXWiden8(p.R), FXWiden8(p.A)}; }
-TPx Narrow(TPx p) { return {FXNarrow16(p.B), FXNarrow16(p.G), FXNarrow16(p.R), FXNarrow16(p.A)}; }
+TPx Widen(TPx p)
+{
+    return {FXWiden8(p.B), FXWiden8(p.G), FXWiden8(p.R), FXWiden8(p.A)};
+}
+TPx Narrow(TPx p)
+{
+    return {FXNarrow16(p.B), FXNarrow16(p.G), FXNarrow16(p.R), FXNarrow16(p.A)};
+}
 
-std::uint32_t Load16(const std::uint8_t* p) { return std::uint32_t(p[0]) | std::uint32_t(p[1]) << 8; }
+std::uint32_t Load16(const std::uint8_t* p)
+{
+    return std::uint32_t(p[0]) | std::uint32_t(p[1]) << 8;
+}
 void Store16(std::uint8_t* p, std::uint32_t v)
 {
     p[0] = std::uint8_t(v);
@@ -54,8 +63,14 @@ using CRgb32 = CRgb8<true>;
 // RGB555 / RGB565 words: blue in bits 0-4, green above it (5 or 6 bits), red above green.
 // Fields are expanded by bit replication and reduced by rounding to nearest; RGB555's top bit is
 // ignored when read and written as 0.
-constexpr std::uint32_t Expand(std::uint32_t v, int bits) { return (v << (8 - bits)) | (v >> (2 * bits - 8)); }
-constexpr std::uint32_t Reduce(std::uint32_t v, int bits) { return (v * ((1u << bits) - 1) + 127) / 255; }
+constexpr std::uint32_t Expand(std::uint32_t v, int bits)
+{
+    return (v << (8 - bits)) | (v >> (2 * bits - 8));
+}
+constexpr std::uint32_t Reduce(std::uint32_t v, int bits)
+{
+    return (v * ((1u << bits) - 1) + 127) / 255;
+}
 
 template <int GreenBits> struct CRgb16 {
     static constexpr int kDepth = 8, kBytes = 2, kRedShift = 5 + GreenBits;
@@ -130,15 +145,32 @@ using CRgba64 = CRgbWide<true>;
 template <class F> bool WithCodec(TFXVideoFormat format, F&& fn)
 {
     switch (format) {
-    case vfRGB24: fn(CRgb24{}); return true;
-    case vfRGB32: fn(CRgb32{}); return true;
-    case vfRGB555: fn(CRgb555{}); return true;
-    case vfRGB565: fn(CRgb565{}); return true;
-    case vfGray8: fn(CGray8{}); return true;
-    case vfGray16: fn(CGray16{}); return true;
-    case vfRGB48: fn(CRgb48{}); return true;
-    case vfRGBA64: fn(CRgba64{}); return true;
-    default: return false;
+    case vfRGB24:
+        fn(CRgb24{});
+        return true;
+    case vfRGB32:
+        fn(CRgb32{});
+        return true;
+    case vfRGB555:
+        fn(CRgb555{});
+        return true;
+    case vfRGB565:
+        fn(CRgb565{});
+        return true;
+    case vfGray8:
+        fn(CGray8{});
+        return true;
+    case vfGray16:
+        fn(CGray16{});
+        return true;
+    case vfRGB48:
+        fn(CRgb48{});
+        return true;
+    case vfRGBA64:
+        fn(CRgba64{});
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -155,22 +187,30 @@ struct TYuvLayout {
     int YPlane, YOffset, YStep;
     int UPlane, UOffset, UStep;
     int VPlane, VOffset, VStep;
-    int APlane;  // -1 without alpha
+    int APlane; // -1 without alpha
     int ShiftX, ShiftY;
-    bool Packed422;  // pixel pairs share a macropixel: an odd width leaves one spare Y
+    bool Packed422; // pixel pairs share a macropixel: an odd width leaves one spare Y
 };
 
 TYuvLayout YuvLayout(TFXVideoFormat format)
 {
     switch (format) {
-    case vfYUY2: return {0, 0, 2, 0, 1, 4, 0, 3, 4, -1, 1, 0, true};
-    case vfUYVY: return {0, 1, 2, 0, 0, 4, 0, 2, 4, -1, 1, 0, true};
-    case vfI420: return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 1, false};
-    case vfYV12: return {0, 0, 1, 2, 0, 1, 1, 0, 1, -1, 1, 1, false};
-    case vfNV12: return {0, 0, 1, 1, 0, 2, 1, 1, 2, -1, 1, 1, false};
-    case vfI422: return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 0, false};
-    case vfI444: return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 0, 0, false};
-    default: return {0, 0, 1, 1, 0, 1, 2, 0, 1, 3, 0, 0, false};  // vfYUVA444
+    case vfYUY2:
+        return {0, 0, 2, 0, 1, 4, 0, 3, 4, -1, 1, 0, true};
+    case vfUYVY:
+        return {0, 1, 2, 0, 0, 4, 0, 2, 4, -1, 1, 0, true};
+    case vfI420:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 1, false};
+    case vfYV12:
+        return {0, 0, 1, 2, 0, 1, 1, 0, 1, -1, 1, 1, false};
+    case vfNV12:
+        return {0, 0, 1, 1, 0, 2, 1, 1, 2, -1, 1, 1, false};
+    case vfI422:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 0, false};
+    case vfI444:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 0, 0, false};
+    default:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, 3, 0, 0, false}; // vfYUVA444
     }
 }
 
@@ -185,7 +225,8 @@ void FillSpareLuma(const TYuvLayout& l, const TFXPlanes& dst, int width, int hei
     if (!l.Packed422 || width % 2 == 0)
         return;
     for (int y = 0; y < height; ++y)
-        *Sample(dst, 0, l.YOffset, l.YStep, width, y) = *Sample(dst, 0, l.YOffset, l.YStep, width - 1, y);
+        *Sample(dst, 0, l.YOffset, l.YStep, width, y) =
+            *Sample(dst, 0, l.YOffset, l.YStep, width - 1, y);
 }
 
 template <class D>
@@ -215,7 +256,8 @@ void PackedToYuv(const TFXConstPlanes& src, const TYuvLayout& l, const TFXPlanes
                  int height)
 {
     auto pixel = [&](int x, int y) {
-        return Read8<S>(src.Data[0] + std::ptrdiff_t(y) * src.Stride[0] + std::ptrdiff_t(x) * S::kBytes);
+        return Read8<S>(src.Data[0] + std::ptrdiff_t(y) * src.Stride[0] +
+                        std::ptrdiff_t(x) * S::kBytes);
     };
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
@@ -239,8 +281,10 @@ void PackedToYuv(const TFXConstPlanes& src, const TYuvLayout& l, const TFXPlanes
                     sr += int(px.R);
                     ++n;
                 }
-            *Sample(dst, l.UPlane, l.UOffset, l.UStep, cx, cy) = std::uint8_t(FXSumsToU(sb, sg, sr, n));
-            *Sample(dst, l.VPlane, l.VOffset, l.VStep, cx, cy) = std::uint8_t(FXSumsToV(sb, sg, sr, n));
+            *Sample(dst, l.UPlane, l.UOffset, l.UStep, cx, cy) =
+                std::uint8_t(FXSumsToU(sb, sg, sr, n));
+            *Sample(dst, l.VPlane, l.VOffset, l.VStep, cx, cy) =
+                std::uint8_t(FXSumsToV(sb, sg, sr, n));
         }
     FillSpareLuma(l, dst, width, height);
 }
@@ -250,9 +294,11 @@ void YuvToYuv(const TYuvLayout& s, const TFXConstPlanes& src, const TYuvLayout& 
 {
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
-            *Sample(dst, d.YPlane, d.YOffset, d.YStep, x, y) = *Sample(src, s.YPlane, s.YOffset, s.YStep, x, y);
+            *Sample(dst, d.YPlane, d.YOffset, d.YStep, x, y) =
+                *Sample(src, s.YPlane, s.YOffset, s.YStep, x, y);
             if (d.APlane >= 0)
-                *Sample(dst, d.APlane, 0, 1, x, y) = s.APlane >= 0 ? *Sample(src, s.APlane, 0, 1, x, y) : 255;
+                *Sample(dst, d.APlane, 0, 1, x, y) =
+                    s.APlane >= 0 ? *Sample(src, s.APlane, 0, 1, x, y) : 255;
         }
     // A destination chroma sample is the rounded mean of the distinct source chroma samples over
     // the pixels it covers: a copy when the source is as fine or coarser, an average of 2 or 4
@@ -298,14 +344,15 @@ void CopyPlanes(TFXVideoFormat format, const TFXConstPlanes& src, const TFXPlane
         const TFXPlaneGeometry g = FXPlaneGeometry(format, width, height, plane);
         for (int y = 0; y < g.Rows; ++y)
             std::memcpy(dst.Data[plane] + std::ptrdiff_t(y) * dst.Stride[plane],
-                        src.Data[plane] + std::ptrdiff_t(y) * src.Stride[plane], size_t(g.RowBytes));
+                        src.Data[plane] + std::ptrdiff_t(y) * src.Stride[plane],
+                        size_t(g.RowBytes));
     }
 }
 
 } // namespace
 
-void ConvertReference(TFXVideoFormat srcFormat, const TFXConstPlanes& src,
-                      TFXVideoFormat dstFormat, const TFXPlanes& dst, int width, int height)
+void ConvertReference(TFXVideoFormat srcFormat, const TFXConstPlanes& src, TFXVideoFormat dstFormat,
+                      const TFXPlanes& dst, int width, int height)
 {
     if (srcFormat == dstFormat)
         return CopyPlanes(srcFormat, src, dst, width, height);

@@ -17,7 +17,7 @@ using TVecT = typename TVec::T;
 struct TMask {
     std::uint8_t B[16];
 };
-constexpr std::uint8_t kZ = 0x80;  // pshufb: zero this byte
+constexpr std::uint8_t kZ = 0x80; // pshufb: zero this byte
 
 // Interleaving 16 B, G, R (or grey) bytes of a lane into its 48 packed bytes: mask for output
 // chunk k (bytes 16k..16k+15) taking channel c (-1: every channel from one source).
@@ -41,15 +41,19 @@ constexpr TMask DeinterleaveMask(int k, int c)
     return m;
 }
 
-inline TVecT Mask(const TMask& m) { return TVec::Lanes(m.B); }
+inline TVecT Mask(const TMask& m)
+{
+    return TVec::Lanes(m.B);
+}
 
 // A sub-image starting at column x0 and row y0 (x0, y0 even so chroma stays aligned).
 template <class Planes> Planes SubImage(TFXVideoFormat format, const Planes& p, int x0, int y0)
 {
     Planes s = p;
     for (int plane = 0; plane < FXFormatInfo(format).PlaneCount; ++plane)
-        s.Data[plane] += std::ptrdiff_t(FXPlaneGeometry(format, x0, 2, plane).RowBytes) +
-                         std::ptrdiff_t(y0 ? FXPlaneGeometry(format, 2, y0, plane).Rows : 0) * p.Stride[plane];
+        s.Data[plane] +=
+            std::ptrdiff_t(FXPlaneGeometry(format, x0, 2, plane).RowBytes) +
+            std::ptrdiff_t(y0 ? FXPlaneGeometry(format, 2, y0, plane).Rows : 0) * p.Stride[plane];
     return s;
 }
 
@@ -58,7 +62,8 @@ void Tail(TFXVideoFormat sf, const TFXConstPlanes& src, TFXVideoFormat df, const
           int x0, int width, int height)
 {
     if (x0 < width)
-        ConvertReference(sf, SubImage(sf, src, x0, 0), df, SubImage(df, dst, x0, 0), width - x0, height);
+        ConvertReference(sf, SubImage(sf, src, x0, 0), df, SubImage(df, dst, x0, 0), width - x0,
+                         height);
 }
 
 // Whole blocks of `block` pixels whose reads stay inside a row that is `slack` pixels shorter.
@@ -91,13 +96,19 @@ inline TVecT PackInLane(TVecT d0, TVecT d1, TVecT d2, TVecT d3)
 // B, G, R bytes of 16 pixels per lane -> 48 packed bytes per lane, stored in pixel order.
 inline void StoreBgr(std::uint8_t* p, TVecT b, TVecT g, TVecT r)
 {
-    static constexpr TMask kB0 = InterleaveMask(0, 0), kG0 = InterleaveMask(0, 1), kR0 = InterleaveMask(0, 2);
-    static constexpr TMask kB1 = InterleaveMask(1, 0), kG1 = InterleaveMask(1, 1), kR1 = InterleaveMask(1, 2);
-    static constexpr TMask kB2 = InterleaveMask(2, 0), kG2 = InterleaveMask(2, 1), kR2 = InterleaveMask(2, 2);
+    static constexpr TMask kB0 = InterleaveMask(0, 0), kG0 = InterleaveMask(0, 1),
+                           kR0 = InterleaveMask(0, 2);
+    static constexpr TMask kB1 = InterleaveMask(1, 0), kG1 = InterleaveMask(1, 1),
+                           kR1 = InterleaveMask(1, 2);
+    static constexpr TMask kB2 = InterleaveMask(2, 0), kG2 = InterleaveMask(2, 1),
+                           kR2 = InterleaveMask(2, 2);
     using V = TVec;
-    const TVecT x0 = V::Or(V::Or(V::Shuffle(b, Mask(kB0)), V::Shuffle(g, Mask(kG0))), V::Shuffle(r, Mask(kR0)));
-    const TVecT x1 = V::Or(V::Or(V::Shuffle(b, Mask(kB1)), V::Shuffle(g, Mask(kG1))), V::Shuffle(r, Mask(kR1)));
-    const TVecT x2 = V::Or(V::Or(V::Shuffle(b, Mask(kB2)), V::Shuffle(g, Mask(kG2))), V::Shuffle(r, Mask(kR2)));
+    const TVecT x0 =
+        V::Or(V::Or(V::Shuffle(b, Mask(kB0)), V::Shuffle(g, Mask(kG0))), V::Shuffle(r, Mask(kR0)));
+    const TVecT x1 =
+        V::Or(V::Or(V::Shuffle(b, Mask(kB1)), V::Shuffle(g, Mask(kG1))), V::Shuffle(r, Mask(kR1)));
+    const TVecT x2 =
+        V::Or(V::Or(V::Shuffle(b, Mask(kB2)), V::Shuffle(g, Mask(kG2))), V::Shuffle(r, Mask(kR2)));
     V::StoreInterleaved3(p, x0, x1, x2);
 }
 
@@ -108,8 +119,10 @@ inline void LoadBgr(const std::uint8_t* p, TVecT& b, TVecT& g, TVecT& r)
     TVecT x0, x1, x2;
     V::LoadInterleaved3(p, x0, x1, x2);
     auto plane = [&](int c) {
-        const TMask m0 = DeinterleaveMask(0, c), m1 = DeinterleaveMask(1, c), m2 = DeinterleaveMask(2, c);
-        return V::Or(V::Or(V::Shuffle(x0, Mask(m0)), V::Shuffle(x1, Mask(m1))), V::Shuffle(x2, Mask(m2)));
+        const TMask m0 = DeinterleaveMask(0, c), m1 = DeinterleaveMask(1, c),
+                    m2 = DeinterleaveMask(2, c);
+        return V::Or(V::Or(V::Shuffle(x0, Mask(m0)), V::Shuffle(x1, Mask(m1))),
+                     V::Shuffle(x2, Mask(m2)));
     };
     b = plane(0);
     g = plane(1);
@@ -123,7 +136,7 @@ void Rgb24ToRgb32(const TFXConstPlanes& src, const TFXPlanes& dst, int width, in
     constexpr int kBlock = 4 * V::kLanes;
     static constexpr TMask kSpread{{0, 1, 2, kZ, 3, 4, 5, kZ, 6, 7, 8, kZ, 9, 10, 11, kZ}};
     const TVecT spread = Mask(kSpread), alpha = V::Set32(int(0xFF000000u));
-    const int body = BodyWidth(width, kBlock, 2);  // each lane reads 4 bytes past its 12
+    const int body = BodyWidth(width, kBlock, 2); // each lane reads 4 bytes past its 12
     for (int y = 0; y < height; ++y) {
         const std::uint8_t* s = Row(src, 0, y);
         std::uint8_t* d = Row(dst, 0, y);
@@ -162,8 +175,9 @@ void PackedToGray8(TFXVideoFormat from, const TFXConstPlanes& src, const TFXPlan
         std::uint8_t* d = Row(dst, 0, y);
         for (int x = 0; x < body; x += kBlock) {
             const std::uint8_t* p = s + Bytes * x;
-            TVec::Store(d + x, PackGroups(lumaOf(p), lumaOf(p + Bytes * kGroup), lumaOf(p + 2 * Bytes * kGroup),
-                                          lumaOf(p + 3 * Bytes * kGroup)));
+            TVec::Store(d + x,
+                        PackGroups(lumaOf(p), lumaOf(p + Bytes * kGroup),
+                                   lumaOf(p + 2 * Bytes * kGroup), lumaOf(p + 3 * Bytes * kGroup)));
         }
     }
     Tail(from, src, vfGray8, dst, body, width, height);
@@ -178,7 +192,7 @@ void Rgb24ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, in
     const TVecT wBG = V::Pair16(kLumaB, kLumaG), wR1 = V::Pair16(kLumaR, 16384);
     // 16-bit (B, G) and (R, 1) pairs per pixel against the weights and the rounding half.
     PackedToGray8<3>(vfRGB24, src, dst, width, height, 2, [&](const std::uint8_t* p) {
-        const TVecT v = V::LoadLanes12(p);  // each lane reads 4 bytes past its 12
+        const TVecT v = V::LoadLanes12(p); // each lane reads 4 bytes past its 12
         const TVecT bg = V::Shuffle(v, maskBG), r1 = V::Or(V::Shuffle(v, maskR), oneHigh);
         return V::template Srai32<15>(V::Add32(V::Madd(bg, wBG), V::Madd(r1, wR1)));
     });
@@ -201,7 +215,8 @@ void Gray8ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, in
 {
     using V = TVec;
     constexpr int kBlock = 16 * V::kLanes;
-    static constexpr TMask kM0 = InterleaveMask(0, -1), kM1 = InterleaveMask(1, -1), kM2 = InterleaveMask(2, -1);
+    static constexpr TMask kM0 = InterleaveMask(0, -1), kM1 = InterleaveMask(1, -1),
+                           kM2 = InterleaveMask(2, -1);
     const TVecT m0 = Mask(kM0), m1 = Mask(kM1), m2 = Mask(kM2);
     const int body = BodyWidth(width, kBlock);
     for (int y = 0; y < height; ++y) {
@@ -209,7 +224,8 @@ void Gray8ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, in
         std::uint8_t* d = Row(dst, 0, y);
         for (int x = 0; x < body; x += kBlock) {
             const TVecT g = V::Load(s + x);
-            V::StoreInterleaved3(d + 3 * x, V::Shuffle(g, m0), V::Shuffle(g, m1), V::Shuffle(g, m2));
+            V::StoreInterleaved3(d + 3 * x, V::Shuffle(g, m0), V::Shuffle(g, m1),
+                                 V::Shuffle(g, m2));
         }
     }
     Tail(vfGray8, src, vfRGB24, dst, body, width, height);
@@ -241,7 +257,7 @@ void Gray8ToGray16(const TFXConstPlanes& src, const TFXPlanes& dst, int width, i
         std::uint8_t* d = Row(dst, 0, y);
         for (int x = 0; x < body; x += kBlock) {
             const TVecT v = V::LoadWidenU8ToU16(s + x);
-            V::Store(d + 2 * x, V::Or(v, V::template Slli16<8>(v)));  // v * 257
+            V::Store(d + 2 * x, V::Or(v, V::template Slli16<8>(v))); // v * 257
         }
     }
     Tail(vfGray8, src, vfGray16, dst, body, width, height);
@@ -259,7 +275,8 @@ void Gray16ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, i
         const std::uint8_t* s = Row(src, 0, y);
         std::uint8_t* d = Row(dst, 0, y);
         for (int x = 0; x < body; x += kBlock) {
-            const TVecT a = narrow(V::Load(s + 2 * x)), b = narrow(V::Load(s + 2 * x + 16 * V::kLanes));
+            const TVecT a = narrow(V::Load(s + 2 * x)),
+                        b = narrow(V::Load(s + 2 * x + 16 * V::kLanes));
             V::Store(d + x, V::FixPack2(V::Packus16(a, b)));
         }
     }
@@ -324,11 +341,12 @@ void PlanarYuvToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width
         const int rows = std::min(kRowsPerChroma, height - y);
         for (int x = 0; x < body; x += kBlock) {
             // U, V byte pairs of 8 chroma samples per lane.
-            const TVecT uv = F == vfNV12  ? V::Load(c1 + x)
-                             : F != vfYV12 ? V::Unpacklo8(V::LoadLanes8(c1 + x / 2), V::LoadLanes8(c2 + x / 2))
-                                           : V::Unpacklo8(V::LoadLanes8(c2 + x / 2), V::LoadLanes8(c1 + x / 2));
-            const TChromaTerms t =
-                ChromaTerms(V::Sub16(V::Unpacklo8(uv, zero), bias), V::Sub16(V::Unpackhi8(uv, zero), bias));
+            const TVecT uv =
+                F == vfNV12   ? V::Load(c1 + x)
+                : F != vfYV12 ? V::Unpacklo8(V::LoadLanes8(c1 + x / 2), V::LoadLanes8(c2 + x / 2))
+                              : V::Unpacklo8(V::LoadLanes8(c2 + x / 2), V::LoadLanes8(c1 + x / 2));
+            const TChromaTerms t = ChromaTerms(V::Sub16(V::Unpacklo8(uv, zero), bias),
+                                               V::Sub16(V::Unpackhi8(uv, zero), bias));
             for (int r = 0; r < rows; ++r)
                 StoreYuvAsBgr(Row(dst, 0, y + r) + 3 * x, V::Load(Row(src, 0, y + r) + x), t);
         }
@@ -344,16 +362,21 @@ void Packed422ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width
     constexpr int kBlock = 16 * V::kLanes;
     const TVecT lowBytes = V::Set16(0x00FF), bias = V::Set16(128);
     // Splits 16-bit words into their luma and chroma bytes, as 16-bit values.
-    auto luma = [&](TVecT w) { return F == vfYUY2 ? V::And(w, lowBytes) : V::template Srli16<8>(w); };
-    auto chroma = [&](TVecT w) { return V::Sub16(F == vfYUY2 ? V::template Srli16<8>(w) : V::And(w, lowBytes), bias); };
+    auto luma = [&](TVecT w) {
+        return F == vfYUY2 ? V::And(w, lowBytes) : V::template Srli16<8>(w);
+    };
+    auto chroma = [&](TVecT w) {
+        return V::Sub16(F == vfYUY2 ? V::template Srli16<8>(w) : V::And(w, lowBytes), bias);
+    };
     const int body = BodyWidth(width, kBlock);
     for (int y = 0; y < height; ++y) {
         const std::uint8_t* s = Row(src, 0, y);
         std::uint8_t* d = Row(dst, 0, y);
         for (int x = 0; x < body; x += kBlock) {
             TVecT a = V::Load(s + 2 * x), b = V::Load(s + 2 * x + 16 * V::kLanes);
-            V::Deinterleave2(a, b);  // lane j: pixels 16j..16j+7 in a, 16j+8..16j+15 in b
-            StoreYuvAsBgr(d + 3 * x, V::Packus16(luma(a), luma(b)), ChromaTerms(chroma(a), chroma(b)));
+            V::Deinterleave2(a, b); // lane j: pixels 16j..16j+7 in a, 16j+8..16j+15 in b
+            StoreYuvAsBgr(d + 3 * x, V::Packus16(luma(a), luma(b)),
+                          ChromaTerms(chroma(a), chroma(b)));
         }
     }
     Tail(F, src, vfRGB24, dst, body, width, height);
@@ -368,10 +391,10 @@ inline TVecT LumaOf(TVecT b, TVecT g, TVecT r)
     const TVecT wBG = V::Pair16(kYB, kYG), wR1 = V::Pair16(kYR, 16384);
     const TVecT bgLo = V::Unpacklo8(b, g), bgHi = V::Unpackhi8(b, g);
     const TVecT r1Lo = V::Unpacklo8(r, one), r1Hi = V::Unpackhi8(r, one);
-    const TVecT bg[4] = {V::Unpacklo8(bgLo, zero), V::Unpackhi8(bgLo, zero), V::Unpacklo8(bgHi, zero),
-                         V::Unpackhi8(bgHi, zero)};
-    const TVecT r1[4] = {V::Unpacklo8(r1Lo, zero), V::Unpackhi8(r1Lo, zero), V::Unpacklo8(r1Hi, zero),
-                         V::Unpackhi8(r1Hi, zero)};
+    const TVecT bg[4] = {V::Unpacklo8(bgLo, zero), V::Unpackhi8(bgLo, zero),
+                         V::Unpacklo8(bgHi, zero), V::Unpackhi8(bgHi, zero)};
+    const TVecT r1[4] = {V::Unpacklo8(r1Lo, zero), V::Unpackhi8(r1Lo, zero),
+                         V::Unpacklo8(r1Hi, zero), V::Unpackhi8(r1Hi, zero)};
     TVecT y[4];
     for (int k = 0; k < 4; ++k)
         y[k] = V::template Srai32<15>(V::Add32(V::Madd(bg[k], wBG), V::Madd(r1[k], wR1)));
@@ -407,8 +430,10 @@ void Rgb24ToYuv420(const TFXConstPlanes& src, const TFXPlanes& dst, int width, i
             const TVecT bg0 = V::Unpacklo16(sb, sg), bg1 = V::Unpackhi16(sb, sg);
             const TVecT r40 = V::Unpacklo16(sr, four), r41 = V::Unpackhi16(sr, four);
             auto chroma = [&](TVecT wBG, TVecT wR) {
-                const TVecT c0 = V::template Srai32<17>(V::Add32(V::Madd(bg0, wBG), V::Madd(r40, wR)));
-                const TVecT c1 = V::template Srai32<17>(V::Add32(V::Madd(bg1, wBG), V::Madd(r41, wR)));
+                const TVecT c0 =
+                    V::template Srai32<17>(V::Add32(V::Madd(bg0, wBG), V::Madd(r40, wR)));
+                const TVecT c1 =
+                    V::template Srai32<17>(V::Add32(V::Madd(bg1, wBG), V::Madd(r41, wR)));
                 return V::Add16(V::Packs32(c0, c1), bias);
             };
             const TVecT u = chroma(wUBG, wUR), v = chroma(wVBG, wVR);
@@ -422,7 +447,8 @@ void Rgb24ToYuv420(const TFXConstPlanes& src, const TFXPlanes& dst, int width, i
     }
     Tail(vfRGB24, src, F, dst, body, width, pairRows);
     if (pairRows < height)
-        ConvertReference(vfRGB24, SubImage(vfRGB24, src, 0, pairRows), F, SubImage(F, dst, 0, pairRows), width, 1);
+        ConvertReference(vfRGB24, SubImage(vfRGB24, src, 0, pairRows), F,
+                         SubImage(F, dst, 0, pairRows), width, 1);
 }
 
 // ---------------------------------------------------------------- the level's table
@@ -450,12 +476,14 @@ constexpr TFXConvertKernel kLevelKernels[kFastPairCount] = {
     FX_CONVERT_FAST_PAIRS(FX_LEVEL_KERNEL)
 #undef FX_LEVEL_KERNEL
 };
-static_assert([] {
-    for (TFXConvertKernel k : kLevelKernels)
-        if (k == nullptr)
-            return false;
-    return true;
-}(), "every listed pair needs a kernel");
+static_assert(
+    [] {
+        for (TFXConvertKernel k : kLevelKernels)
+            if (k == nullptr)
+                return false;
+        return true;
+    }(),
+    "every listed pair needs a kernel");
 
 } // namespace
 } // namespace framix::conv
