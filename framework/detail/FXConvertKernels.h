@@ -96,9 +96,12 @@ const char* FXConvertLevelName(TFXConvertLevel level);
     X(vfYV12, vfRGB24)                                                                             \
     X(vfNV12, vfRGB24)                                                                             \
     X(vfI422, vfRGB24)                                                                             \
+    X(vfI444, vfRGB24)                                                                             \
     X(vfRGB24, vfI420)                                                                             \
     X(vfRGB24, vfYV12)                                                                             \
     X(vfRGB24, vfNV12)                                                                             \
+    X(vfRGB24, vfI422)                                                                             \
+    X(vfRGB24, vfI444)                                                                             \
     X(vfYUY2, vfRGB24)                                                                             \
     X(vfUYVY, vfRGB24)
 

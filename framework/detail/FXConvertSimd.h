@@ -307,6 +307,20 @@ inline TChromaTerms ChromaTerms(TVecT uv0, TVecT uv1)
     return t;
 }
 
+// The same for 16 chroma samples per lane, one per pixel: uv[k] holds pixels 4k..4k+3.
+inline TChromaTerms ChromaTermsPerPixel(const TVecT* uv)
+{
+    using V = TVec;
+    const TVecT wR = V::Pair16(0, kCRV), wG = V::Pair16(kCGU, kCGV), wB = V::Pair16(kCBU, 0);
+    TChromaTerms t;
+    for (int k = 0; k < 4; ++k) {
+        t.R[k] = V::Madd(uv[k], wR);
+        t.G[k] = V::Madd(uv[k], wG);
+        t.B[k] = V::Madd(uv[k], wB);
+    }
+    return t;
+}
+
 // 16 luma bytes per lane plus their chroma terms -> packed B, G, R stored at p.
 inline void StoreYuvAsBgr(std::uint8_t* p, TVecT luma, const TChromaTerms& t)
 {
@@ -326,13 +340,13 @@ inline void StoreYuvAsBgr(std::uint8_t* p, TVecT luma, const TChromaTerms& t)
              PackInLane(r[0], r[1], r[2], r[3]));
 }
 
-// Planar 4:2:0 or 4:2:2 to RGB24; with 4:2:0 two luma rows share each chroma row's terms.
-// F is vfI420, vfYV12, vfNV12 or vfI422.
+// Planar YUV to RGB24; with 4:2:0 two luma rows share each chroma row's terms.
+// F is vfI420, vfYV12, vfNV12, vfI422 or vfI444.
 template <TFXVideoFormat F>
 void PlanarYuvToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 16 * V::kLanes, kRowsPerChroma = F == vfI422 ? 1 : 2;
+    constexpr int kBlock = 16 * V::kLanes, kRowsPerChroma = F == vfI422 || F == vfI444 ? 1 : 2;
     const TVecT zero = V::Zero(), bias = V::Set16(128);
     const int body = BodyWidth(width, kBlock);
     for (int y = 0; y < height; y += kRowsPerChroma) {
@@ -340,13 +354,24 @@ void PlanarYuvToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width
         const std::uint8_t* c2 = F == vfNV12 ? nullptr : Row(src, 2, y / kRowsPerChroma);
         const int rows = std::min(kRowsPerChroma, height - y);
         for (int x = 0; x < body; x += kBlock) {
-            // U, V byte pairs of 8 chroma samples per lane.
-            const TVecT uv =
-                F == vfNV12   ? V::Load(c1 + x)
-                : F != vfYV12 ? V::Unpacklo8(V::LoadLanes8(c1 + x / 2), V::LoadLanes8(c2 + x / 2))
-                              : V::Unpacklo8(V::LoadLanes8(c2 + x / 2), V::LoadLanes8(c1 + x / 2));
-            const TChromaTerms t = ChromaTerms(V::Sub16(V::Unpacklo8(uv, zero), bias),
-                                               V::Sub16(V::Unpackhi8(uv, zero), bias));
+            TChromaTerms t;
+            if constexpr (F == vfI444) {
+                const TVecT u = V::Load(c1 + x), v = V::Load(c2 + x);
+                const TVecT lo = V::Unpacklo8(u, v), hi = V::Unpackhi8(u, v);
+                const TVecT uv[4] = {
+                    V::Sub16(V::Unpacklo8(lo, zero), bias), V::Sub16(V::Unpackhi8(lo, zero), bias),
+                    V::Sub16(V::Unpacklo8(hi, zero), bias), V::Sub16(V::Unpackhi8(hi, zero), bias)};
+                t = ChromaTermsPerPixel(uv);
+            } else {
+                // U, V byte pairs of 8 chroma samples per lane.
+                const TVecT uv =
+                    F == vfNV12 ? V::Load(c1 + x)
+                    : F != vfYV12
+                        ? V::Unpacklo8(V::LoadLanes8(c1 + x / 2), V::LoadLanes8(c2 + x / 2))
+                        : V::Unpacklo8(V::LoadLanes8(c2 + x / 2), V::LoadLanes8(c1 + x / 2));
+                t = ChromaTerms(V::Sub16(V::Unpacklo8(uv, zero), bias),
+                                V::Sub16(V::Unpackhi8(uv, zero), bias));
+            }
             for (int r = 0; r < rows; ++r)
                 StoreYuvAsBgr(Row(dst, 0, y + r) + 3 * x, V::Load(Row(src, 0, y + r) + x), t);
         }
@@ -383,12 +408,12 @@ void Packed422ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width
 }
 
 // ---------------------------------------------------------------- RGB -> YUV
-// Y of 16 pixels per lane given as B, G, R bytes.
-inline TVecT LumaOf(TVecT b, TVecT g, TVecT r)
+// ((B, G) . wBG + (R, 1) . wR1) >> 15, plus offset, for 16 pixels per lane given as bytes: luma
+// (offset 16) and unsubsampled chroma (offset 128) alike.
+inline TVecT WeightedBgr(TVecT b, TVecT g, TVecT r, TVecT wBG, TVecT wR1, int offset)
 {
     using V = TVec;
-    const TVecT zero = V::Zero(), one = V::Set8(1);
-    const TVecT wBG = V::Pair16(kYB, kYG), wR1 = V::Pair16(kYR, 16384);
+    const TVecT zero = V::Zero(), one = V::Set8(1), add = V::Set32(offset);
     const TVecT bgLo = V::Unpacklo8(b, g), bgHi = V::Unpackhi8(b, g);
     const TVecT r1Lo = V::Unpacklo8(r, one), r1Hi = V::Unpackhi8(r, one);
     const TVecT bg[4] = {V::Unpacklo8(bgLo, zero), V::Unpackhi8(bgLo, zero),
@@ -397,58 +422,66 @@ inline TVecT LumaOf(TVecT b, TVecT g, TVecT r)
                          V::Unpacklo8(r1Hi, zero), V::Unpackhi8(r1Hi, zero)};
     TVecT y[4];
     for (int k = 0; k < 4; ++k)
-        y[k] = V::template Srai32<15>(V::Add32(V::Madd(bg[k], wBG), V::Madd(r1[k], wR1)));
-    return V::AddsU8(PackInLane(y[0], y[1], y[2], y[3]), V::Set8(16));
+        y[k] = V::Add32(V::template Srai32<15>(V::Add32(V::Madd(bg[k], wBG), V::Madd(r1[k], wR1))),
+                        add);
+    return PackInLane(y[0], y[1], y[2], y[3]);
 }
 
-// RGB24 to 4:2:0, two rows at a time. F is vfI420, vfYV12 or vfNV12.
+// RGB24 to planar YUV. F is vfI420, vfYV12 or vfNV12 (two rows per chroma row), vfI422 or
+// vfI444 (one).
 template <TFXVideoFormat F>
-void Rgb24ToYuv420(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
+void Rgb24ToPlanarYuv(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 16 * V::kLanes;
+    constexpr int kBlock = 16 * V::kLanes, kRows = F == vfI422 || F == vfI444 ? 1 : 2;
     const TVecT one = V::Set8(1), four = V::Set16(4), bias = V::Set16(128);
+    const TVecT wYBG = V::Pair16(kYB, kYG), wYR = V::Pair16(kYR, 16384);
+    // Against (R, 1) the second weight adds the rounding half of >> 15; against (R, 4), of >> 17.
     const TVecT wUBG = V::Pair16(kUB, kUG), wUR = V::Pair16(kUR, 16384);
     const TVecT wVBG = V::Pair16(kVB, kVG), wVR = V::Pair16(kVR, 16384);
     const int body = BodyWidth(width, kBlock);
-    const int pairRows = height & ~1;
-    for (int y = 0; y < pairRows; y += 2) {
-        const std::uint8_t* s0 = Row(src, 0, y);
-        const std::uint8_t* s1 = Row(src, 0, y + 1);
-        std::uint8_t* c1 = Row(dst, 1, y / 2);
-        std::uint8_t* c2 = F == vfNV12 ? nullptr : Row(dst, 2, y / 2);
+    const int fullRows = height / kRows * kRows;
+    for (int y = 0; y < fullRows; y += kRows) {
+        std::uint8_t* c1 = Row(dst, 1, y / kRows);
+        std::uint8_t* c2 = F == vfNV12 ? nullptr : Row(dst, 2, y / kRows);
         for (int x = 0; x < body; x += kBlock) {
-            TVecT b0, g0, r0, b1, g1, r1;
-            LoadBgr(s0 + 3 * x, b0, g0, r0);
-            LoadBgr(s1 + 3 * x, b1, g1, r1);
-            V::Store(Row(dst, 0, y) + x, LumaOf(b0, g0, r0));
-            V::Store(Row(dst, 0, y + 1) + x, LumaOf(b1, g1, r1));
-            // Sums over each 2x2 block: 16-bit, 8 per lane.
-            const TVecT sb = V::Add16(V::Maddubs(b0, one), V::Maddubs(b1, one));
-            const TVecT sg = V::Add16(V::Maddubs(g0, one), V::Maddubs(g1, one));
-            const TVecT sr = V::Add16(V::Maddubs(r0, one), V::Maddubs(r1, one));
+            TVecT b[kRows], g[kRows], r[kRows];
+            for (int i = 0; i < kRows; ++i) {
+                LoadBgr(Row(src, 0, y + i) + 3 * x, b[i], g[i], r[i]);
+                V::Store(Row(dst, 0, y + i) + x, WeightedBgr(b[i], g[i], r[i], wYBG, wYR, 16));
+            }
+            if constexpr (F == vfI444) {
+                V::Store(c1 + x, WeightedBgr(b[0], g[0], r[0], wUBG, wUR, 128));
+                V::Store(c2 + x, WeightedBgr(b[0], g[0], r[0], wVBG, wVR, 128));
+                continue;
+            }
+            // 16-bit sums scaled to four pixels, 8 per lane: 2x2 blocks, or 2x1 pairs doubled.
+            auto sum = [&](const TVecT* c) {
+                const TVecT s = V::Maddubs(c[0], one);
+                return V::Add16(s, kRows == 2 ? V::Maddubs(c[kRows - 1], one) : s);
+            };
+            const TVecT sb = sum(b), sg = sum(g), sr = sum(r);
             const TVecT bg0 = V::Unpacklo16(sb, sg), bg1 = V::Unpackhi16(sb, sg);
             const TVecT r40 = V::Unpacklo16(sr, four), r41 = V::Unpackhi16(sr, four);
             auto chroma = [&](TVecT wBG, TVecT wR) {
-                const TVecT c0 =
-                    V::template Srai32<17>(V::Add32(V::Madd(bg0, wBG), V::Madd(r40, wR)));
-                const TVecT c1 =
-                    V::template Srai32<17>(V::Add32(V::Madd(bg1, wBG), V::Madd(r41, wR)));
-                return V::Add16(V::Packs32(c0, c1), bias);
+                const TVecT lo = V::Add32(V::Madd(bg0, wBG), V::Madd(r40, wR));
+                const TVecT hi = V::Add32(V::Madd(bg1, wBG), V::Madd(r41, wR));
+                return V::Add16(V::Packs32(V::template Srai32<17>(lo), V::template Srai32<17>(hi)),
+                                bias);
             };
             const TVecT u = chroma(wUBG, wUR), v = chroma(wVBG, wVR);
             if (F == vfNV12)
                 V::Store(c1 + x, V::Packus16(V::Unpacklo16(u, v), V::Unpackhi16(u, v)));
-            else if (F == vfI420)
-                V::StoreLanes8Pair(c1 + x / 2, c2 + x / 2, V::Packus16(u, v));
-            else
+            else if (F == vfYV12)
                 V::StoreLanes8Pair(c2 + x / 2, c1 + x / 2, V::Packus16(u, v));
+            else
+                V::StoreLanes8Pair(c1 + x / 2, c2 + x / 2, V::Packus16(u, v));
         }
     }
-    Tail(vfRGB24, src, F, dst, body, width, pairRows);
-    if (pairRows < height)
-        ConvertReference(vfRGB24, SubImage(vfRGB24, src, 0, pairRows), F,
-                         SubImage(F, dst, 0, pairRows), width, 1);
+    Tail(vfRGB24, src, F, dst, body, width, fullRows);
+    if (fullRows < height)
+        ConvertReference(vfRGB24, SubImage(vfRGB24, src, 0, fullRows), F,
+                         SubImage(F, dst, 0, fullRows), width, height - fullRows);
 }
 
 // ---------------------------------------------------------------- the level's table
@@ -465,9 +498,12 @@ template <> constexpr TFXConvertKernel kKernel<vfI420, vfRGB24> = PlanarYuvToRgb
 template <> constexpr TFXConvertKernel kKernel<vfYV12, vfRGB24> = PlanarYuvToRgb24<vfYV12>;
 template <> constexpr TFXConvertKernel kKernel<vfNV12, vfRGB24> = PlanarYuvToRgb24<vfNV12>;
 template <> constexpr TFXConvertKernel kKernel<vfI422, vfRGB24> = PlanarYuvToRgb24<vfI422>;
-template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfI420> = Rgb24ToYuv420<vfI420>;
-template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfYV12> = Rgb24ToYuv420<vfYV12>;
-template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfNV12> = Rgb24ToYuv420<vfNV12>;
+template <> constexpr TFXConvertKernel kKernel<vfI444, vfRGB24> = PlanarYuvToRgb24<vfI444>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfI420> = Rgb24ToPlanarYuv<vfI420>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfYV12> = Rgb24ToPlanarYuv<vfYV12>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfNV12> = Rgb24ToPlanarYuv<vfNV12>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfI422> = Rgb24ToPlanarYuv<vfI422>;
+template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfI444> = Rgb24ToPlanarYuv<vfI444>;
 template <> constexpr TFXConvertKernel kKernel<vfYUY2, vfRGB24> = Packed422ToRgb24<vfYUY2>;
 template <> constexpr TFXConvertKernel kKernel<vfUYVY, vfRGB24> = Packed422ToRgb24<vfUYVY>;
 
