@@ -129,58 +129,60 @@ inline void LoadBgr(const std::uint8_t* p, TVecT& b, TVecT& g, TVecT& r)
     r = plane(2);
 }
 
+// Runs block(s, d, x) over the whole blocks of every row (reads stay `slack` pixels short of the
+// row end), then converts the remaining columns by the reference.
+template <class Block>
+void RowKernel(TFXVideoFormat from, const TFXConstPlanes& src, TFXVideoFormat to,
+               const TFXPlanes& dst, int width, int height, int blockWidth, int slack, Block block)
+{
+    const int body = BodyWidth(width, blockWidth, slack);
+    for (int y = 0; y < height; ++y) {
+        const std::uint8_t* s = Row(src, 0, y);
+        std::uint8_t* d = Row(dst, 0, y);
+        for (int x = 0; x < body; x += blockWidth)
+            block(s, d, x);
+    }
+    Tail(from, src, to, dst, body, width, height);
+}
+
 // ---------------------------------------------------------------- RGB <-> RGB and grey
 void Rgb24ToRgb32(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 4 * V::kLanes;
     static constexpr TMask kSpread{{0, 1, 2, kZ, 3, 4, 5, kZ, 6, 7, 8, kZ, 9, 10, 11, kZ}};
     const TVecT spread = Mask(kSpread), alpha = V::Set32(int(0xFF000000u));
-    const int body = BodyWidth(width, kBlock, 2); // each lane reads 4 bytes past its 12
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock)
-            V::Store(d + 4 * x, V::Or(V::Shuffle(V::LoadLanes12(s + 3 * x), spread), alpha));
-    }
-    Tail(vfRGB24, src, vfRGB32, dst, body, width, height);
+    // Each lane reads 4 bytes past its 12, hence 2 pixels of slack.
+    RowKernel(vfRGB24, src, vfRGB32, dst, width, height, 4 * V::kLanes, 2,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  V::Store(d + 4 * x, V::Or(V::Shuffle(V::LoadLanes12(s + 3 * x), spread), alpha));
+              });
 }
 
 void Rgb32ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 4 * V::kLanes;
     static constexpr TMask kCompact{{0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, kZ, kZ, kZ, kZ}};
     const TVecT compact = Mask(kCompact);
-    const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock)
-            V::StoreLanes12(d + 3 * x, V::Shuffle(V::Load(s + 4 * x), compact));
-    }
-    Tail(vfRGB32, src, vfRGB24, dst, body, width, height);
+    RowKernel(vfRGB32, src, vfRGB24, dst, width, height, 4 * V::kLanes, 0,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  V::StoreLanes12(d + 3 * x, V::Shuffle(V::Load(s + 4 * x), compact));
+              });
 }
 
 // Grey from packed RGB: lumaOf(p) gives the 32-bit luma of the 4 * kLanes pixels at p; four
-// such groups make one vector of grey bytes. `slack` pixels at the row end stay unread.
+// such groups make one vector of grey bytes.
 template <int Bytes, class LumaOf>
 void PackedToGray8(TFXVideoFormat from, const TFXConstPlanes& src, const TFXPlanes& dst, int width,
                    int height, int slack, LumaOf lumaOf)
 {
-    constexpr int kGroup = 4 * TVec::kLanes, kBlock = 4 * kGroup;
-    const int body = BodyWidth(width, kBlock, slack);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock) {
-            const std::uint8_t* p = s + Bytes * x;
-            TVec::Store(d + x,
-                        PackGroups(lumaOf(p), lumaOf(p + Bytes * kGroup),
-                                   lumaOf(p + 2 * Bytes * kGroup), lumaOf(p + 3 * Bytes * kGroup)));
-        }
-    }
-    Tail(from, src, vfGray8, dst, body, width, height);
+    constexpr int kGroup = 4 * TVec::kLanes;
+    RowKernel(from, src, vfGray8, dst, width, height, 4 * kGroup, slack,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  const std::uint8_t* p = s + Bytes * x;
+                  TVec::Store(d + x, PackGroups(lumaOf(p), lumaOf(p + Bytes * kGroup),
+                                                lumaOf(p + 2 * Bytes * kGroup),
+                                                lumaOf(p + 3 * Bytes * kGroup)));
+              });
 }
 
 void Rgb24ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
@@ -214,73 +216,50 @@ void Rgb32ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, in
 void Gray8ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 16 * V::kLanes;
     static constexpr TMask kM0 = InterleaveMask(0, -1), kM1 = InterleaveMask(1, -1),
                            kM2 = InterleaveMask(2, -1);
     const TVecT m0 = Mask(kM0), m1 = Mask(kM1), m2 = Mask(kM2);
-    const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock) {
-            const TVecT g = V::Load(s + x);
-            V::StoreInterleaved3(d + 3 * x, V::Shuffle(g, m0), V::Shuffle(g, m1),
-                                 V::Shuffle(g, m2));
-        }
-    }
-    Tail(vfGray8, src, vfRGB24, dst, body, width, height);
+    RowKernel(vfGray8, src, vfRGB24, dst, width, height, 16 * V::kLanes, 0,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  const TVecT g = V::Load(s + x);
+                  V::StoreInterleaved3(d + 3 * x, V::Shuffle(g, m0), V::Shuffle(g, m1),
+                                       V::Shuffle(g, m2));
+              });
 }
 
 void Gray8ToRgb32(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 4 * V::kLanes;
     static constexpr TMask kSpread{{0, 0, 0, kZ, 4, 4, 4, kZ, 8, 8, 8, kZ, 12, 12, 12, kZ}};
     const TVecT spread = Mask(kSpread), alpha = V::Set32(int(0xFF000000u));
-    const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock)
-            V::Store(d + 4 * x, V::Or(V::Shuffle(V::LoadWidenU8ToU32(s + x), spread), alpha));
-    }
-    Tail(vfGray8, src, vfRGB32, dst, body, width, height);
+    RowKernel(vfGray8, src, vfRGB32, dst, width, height, 4 * V::kLanes, 0,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  V::Store(d + 4 * x, V::Or(V::Shuffle(V::LoadWidenU8ToU32(s + x), spread), alpha));
+              });
 }
 
 void Gray8ToGray16(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 8 * V::kLanes;
-    const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock) {
-            const TVecT v = V::LoadWidenU8ToU16(s + x);
-            V::Store(d + 2 * x, V::Or(v, V::template Slli16<8>(v))); // v * 257
-        }
-    }
-    Tail(vfGray8, src, vfGray16, dst, body, width, height);
+    RowKernel(vfGray8, src, vfGray16, dst, width, height, 8 * V::kLanes, 0,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  const TVecT v = V::LoadWidenU8ToU16(s + x);
+                  V::Store(d + 2 * x, V::Or(v, V::template Slli16<8>(v))); // v * 257
+              });
 }
 
 void Gray16ToGray8(const TFXConstPlanes& src, const TFXPlanes& dst, int width, int height)
 {
     using V = TVec;
-    constexpr int kBlock = 16 * V::kLanes;
     // (v * 255 + 32767) / 65535 == ((v * 65281 >> 16) + 128) >> 8 for every 16-bit v.
     const TVecT m = V::Set16(65281), half = V::Set16(128);
     auto narrow = [&](TVecT v) { return V::template Srli16<8>(V::Add16(V::MulhiU16(v, m), half)); };
-    const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock) {
-            const TVecT a = narrow(V::Load(s + 2 * x)),
-                        b = narrow(V::Load(s + 2 * x + 16 * V::kLanes));
-            V::Store(d + x, V::FixPack2(V::Packus16(a, b)));
-        }
-    }
-    Tail(vfGray16, src, vfGray8, dst, body, width, height);
+    RowKernel(vfGray16, src, vfGray8, dst, width, height, 16 * V::kLanes, 0,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  const TVecT a = narrow(V::Load(s + 2 * x));
+                  const TVecT b = narrow(V::Load(s + 2 * x + 16 * V::kLanes));
+                  V::Store(d + x, V::FixPack2(V::Packus16(a, b)));
+              });
 }
 
 // ---------------------------------------------------------------- YUV -> RGB
@@ -393,18 +372,13 @@ void Packed422ToRgb24(const TFXConstPlanes& src, const TFXPlanes& dst, int width
     auto chroma = [&](TVecT w) {
         return V::Sub16(F == vfYUY2 ? V::template Srli16<8>(w) : V::And(w, lowBytes), bias);
     };
-    const int body = BodyWidth(width, kBlock);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* s = Row(src, 0, y);
-        std::uint8_t* d = Row(dst, 0, y);
-        for (int x = 0; x < body; x += kBlock) {
-            TVecT a = V::Load(s + 2 * x), b = V::Load(s + 2 * x + 16 * V::kLanes);
-            V::Deinterleave2(a, b); // lane j: pixels 16j..16j+7 in a, 16j+8..16j+15 in b
-            StoreYuvAsBgr(d + 3 * x, V::Packus16(luma(a), luma(b)),
-                          ChromaTerms(chroma(a), chroma(b)));
-        }
-    }
-    Tail(F, src, vfRGB24, dst, body, width, height);
+    RowKernel(F, src, vfRGB24, dst, width, height, kBlock, 0,
+              [&](const std::uint8_t* s, std::uint8_t* d, int x) {
+                  TVecT a = V::Load(s + 2 * x), b = V::Load(s + 2 * x + 16 * V::kLanes);
+                  V::Deinterleave2(a, b); // lane j: pixels 16j..16j+7 in a, 16j+8..16j+15 in b
+                  StoreYuvAsBgr(d + 3 * x, V::Packus16(luma(a), luma(b)),
+                                ChromaTerms(chroma(a), chroma(b)));
+              });
 }
 
 // ---------------------------------------------------------------- RGB -> YUV
