@@ -16,10 +16,14 @@ namespace conv {
 const char* FXConvertLevelName(TFXConvertLevel level)
 {
     switch (level) {
-    case TFXConvertLevel::Ref: return "ref";
-    case TFXConvertLevel::Sse41: return "sse41";
-    case TFXConvertLevel::Avx2: return "avx2";
-    case TFXConvertLevel::Avx512: return "avx512";
+    case TFXConvertLevel::Ref:
+        return "ref";
+    case TFXConvertLevel::Sse41:
+        return "sse41";
+    case TFXConvertLevel::Avx2:
+        return "avx2";
+    case TFXConvertLevel::Avx512:
+        return "avx512";
     }
     return "?";
 }
@@ -29,9 +33,12 @@ bool FXConvertLevelSupported(TFXConvertLevel level)
 #if defined(__x86_64__) || defined(__i386__)
     __builtin_cpu_init();
     switch (level) {
-    case TFXConvertLevel::Ref: return true;
-    case TFXConvertLevel::Sse41: return __builtin_cpu_supports("sse4.1");
-    case TFXConvertLevel::Avx2: return __builtin_cpu_supports("avx2");
+    case TFXConvertLevel::Ref:
+        return true;
+    case TFXConvertLevel::Sse41:
+        return __builtin_cpu_supports("sse4.1");
+    case TFXConvertLevel::Avx2:
+        return __builtin_cpu_supports("avx2");
     case TFXConvertLevel::Avx512:
         return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
                __builtin_cpu_supports("avx512vl");
@@ -63,10 +70,17 @@ TFXConvertKernel FXFastKernel(TFXVideoFormat srcFormat, TFXVideoFormat dstFormat
 {
     const TFXFastKernelTable* table = nullptr;
     switch (level) {
-    case TFXConvertLevel::Ref: return nullptr;
-    case TFXConvertLevel::Sse41: table = &FastKernelsSse41(); break;
-    case TFXConvertLevel::Avx2: table = &FastKernelsAvx2(); break;
-    case TFXConvertLevel::Avx512: table = &FastKernelsAvx512(); break;
+    case TFXConvertLevel::Ref:
+        return nullptr;
+    case TFXConvertLevel::Sse41:
+        table = &FastKernelsSse41();
+        break;
+    case TFXConvertLevel::Avx2:
+        table = &FastKernelsAvx2();
+        break;
+    case TFXConvertLevel::Avx512:
+        table = &FastKernelsAvx512();
+        break;
     }
     for (int i = 0; i < kFastPairCount; ++i)
         if (kFastPairs[i].Src == srcFormat && kFastPairs[i].Dst == dstFormat)
@@ -98,8 +112,8 @@ void FXCheckPlanes(TFXVideoFormat format, const TFXConstPlanes& planes, int widt
     }
 }
 
-void FXConvertPixels(TFXVideoFormat srcFormat, const TFXConstPlanes& src,
-                     TFXVideoFormat dstFormat, const TFXPlanes& dst, int width, int height)
+void FXConvertPixels(TFXVideoFormat srcFormat, const TFXConstPlanes& src, TFXVideoFormat dstFormat,
+                     const TFXPlanes& dst, int width, int height)
 {
     FXCheckPlanes(srcFormat, src, width, height, "source");
     FXCheckPlanes(dstFormat, dst, width, height, "destination");

@@ -18,8 +18,8 @@ namespace framix {
 //
 // Throws EFXError for a non-positive or oversized width or height, an ordinal outside 0..15, a
 // null plane pointer or a stride smaller than the plane's row.
-void FXConvertPixels(TFXVideoFormat srcFormat, const TFXConstPlanes& src,
-                     TFXVideoFormat dstFormat, const TFXPlanes& dst, int width, int height);
+void FXConvertPixels(TFXVideoFormat srcFormat, const TFXConstPlanes& src, TFXVideoFormat dstFormat,
+                     const TFXPlanes& dst, int width, int height);
 
 // Checks that planes describe a width x height image in format; throws EFXError naming what is
 // wrong (`what` prefixes the message: "source", "destination"). Shared with resampling.

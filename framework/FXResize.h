@@ -22,7 +22,7 @@ namespace framix {
 //
 // Throws EFXError for a non-positive size, an ordinal outside 0..15, a null plane or a stride
 // smaller than the plane's row (of either image).
-void FXResizePixels(TFXVideoFormat format, const TFXConstPlanes& src, int srcWidth,
-                    int srcHeight, const TFXPlanes& dst, int dstWidth, int dstHeight);
+void FXResizePixels(TFXVideoFormat format, const TFXConstPlanes& src, int srcWidth, int srcHeight,
+                    const TFXPlanes& dst, int dstWidth, int dstHeight);
 
 } // namespace framix

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // AVX2 conversion kernels: the vector interface on two 16-byte lanes.
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -21,7 +22,10 @@ struct TVec {
 
     static T Load(const void* p) { return _mm256_loadu_si256(static_cast<const __m256i*>(p)); }
     static void Store(void* p, T v) { _mm256_storeu_si256(static_cast<__m256i*>(p), v); }
-    static __m128i Load128(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
+    static __m128i Load128(const void* p)
+    {
+        return _mm_loadu_si128(static_cast<const __m128i*>(p));
+    }
     static T Lanes(const std::uint8_t* m) { return _mm256_broadcastsi128_si256(Load128(m)); }
     static T Zero() { return _mm256_setzero_si256(); }
     static T Set8(int v) { return _mm256_set1_epi8(char(v)); }
@@ -80,12 +84,16 @@ struct TVec {
         return _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
     }
     static T LoadWidenU8ToU16(const std::uint8_t* p) { return _mm256_cvtepu8_epi16(Load128(p)); }
-    static T FixPack4(T v) { return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)); }
+    static T FixPack4(T v)
+    {
+        return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+    }
     static T FixPack2(T v) { return _mm256_permute4x64_epi64(v, 0xD8); }
     // Two loaded vectors -> a holds even 16-byte blocks, b odd ones.
     static void Deinterleave2(T& a, T& b)
     {
-        const T even = _mm256_permute2x128_si256(a, b, 0x20), odd = _mm256_permute2x128_si256(a, b, 0x31);
+        const T even = _mm256_permute2x128_si256(a, b, 0x20),
+                odd = _mm256_permute2x128_si256(a, b, 0x31);
         a = even;
         b = odd;
     }
@@ -113,7 +121,10 @@ struct TVec {
 #pragma GCC pop_options
 
 namespace framix::conv {
-const TFXFastKernelTable& FastKernelsAvx2() { return kLevelKernels; }
+const TFXFastKernelTable& FastKernelsAvx2()
+{
+    return kLevelKernels;
+}
 } // namespace framix::conv
 
 #else

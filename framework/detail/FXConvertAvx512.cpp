@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // AVX-512 (F, BW, VL) conversion kernels: the vector interface on four 16-byte lanes.
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -96,12 +97,16 @@ struct TVec {
         return _mm512_permutexvar_epi32(
             _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15), v);
     }
-    static T FixPack2(T v) { return _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), v); }
+    static T FixPack2(T v)
+    {
+        return _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), v);
+    }
     // Two loaded vectors -> a holds even 16-byte blocks, b odd ones.
     static void Deinterleave2(T& a, T& b)
     {
         const T even = _mm512_permutex2var_epi64(a, _mm512_setr_epi64(0, 1, 4, 5, 8, 9, 12, 13), b);
-        const T odd = _mm512_permutex2var_epi64(a, _mm512_setr_epi64(2, 3, 6, 7, 10, 11, 14, 15), b);
+        const T odd =
+            _mm512_permutex2var_epi64(a, _mm512_setr_epi64(2, 3, 6, 7, 10, 11, 14, 15), b);
         a = even;
         b = odd;
     }
@@ -110,11 +115,14 @@ struct TVec {
     {
         const T in0 = Load(p), in1 = Load(p + 64), in2 = Load(p + 128);
         // x0 = chunks 0, 3, 6, 9; x1 = 1, 4, 7, 10; x2 = 2, 5, 8, 11.
-        x0 = _mm512_inserti32x4(_mm512_permutex2var_epi64(in0, _mm512_setr_epi64(0, 1, 6, 7, 12, 13, 0, 0), in1),
-                                _mm512_extracti32x4_epi32(in2, 1), 3);
-        x1 = _mm512_inserti32x4(_mm512_permutex2var_epi64(in0, _mm512_setr_epi64(2, 3, 8, 9, 14, 15, 0, 0), in1),
-                                _mm512_extracti32x4_epi32(in2, 2), 3);
-        const T t = _mm512_permutex2var_epi64(in0, _mm512_setr_epi64(4, 5, 10, 11, 0, 0, 0, 0), in1);
+        x0 = _mm512_inserti32x4(
+            _mm512_permutex2var_epi64(in0, _mm512_setr_epi64(0, 1, 6, 7, 12, 13, 0, 0), in1),
+            _mm512_extracti32x4_epi32(in2, 1), 3);
+        x1 = _mm512_inserti32x4(
+            _mm512_permutex2var_epi64(in0, _mm512_setr_epi64(2, 3, 8, 9, 14, 15, 0, 0), in1),
+            _mm512_extracti32x4_epi32(in2, 2), 3);
+        const T t =
+            _mm512_permutex2var_epi64(in0, _mm512_setr_epi64(4, 5, 10, 11, 0, 0, 0, 0), in1);
         x2 = _mm512_permutex2var_epi64(t, _mm512_setr_epi64(0, 1, 2, 3, 8, 9, 14, 15), in2);
     }
     static void StoreInterleaved3(std::uint8_t* p, T x0, T x1, T x2)
@@ -143,7 +151,10 @@ struct TVec {
 #pragma GCC pop_options
 
 namespace framix::conv {
-const TFXFastKernelTable& FastKernelsAvx512() { return kLevelKernels; }
+const TFXFastKernelTable& FastKernelsAvx512()
+{
+    return kLevelKernels;
+}
 } // namespace framix::conv
 
 #else

@@ -25,7 +25,10 @@ constexpr std::uint32_t FXLuma(std::uint32_t b, std::uint32_t g, std::uint32_t r
 inline constexpr int kYR = 8414, kYG = 16520, kYB = 3208;
 inline constexpr int kUR = -4857, kUG = -9535, kUB = 14392;
 inline constexpr int kVR = 14392, kVG = -12052, kVB = -2340;
-constexpr int FXRgbToY(int b, int g, int r) { return 16 + ((kYR * r + kYG * g + kYB * b + 16384) >> 15); }
+constexpr int FXRgbToY(int b, int g, int r)
+{
+    return 16 + ((kYR * r + kYG * g + kYB * b + 16384) >> 15);
+}
 // Chroma from the sums of B, G, R over n covered pixels (n = 1, 2 or 4): the rounded mean.
 constexpr int FXSumsToU(int sb, int sg, int sr, int n)
 {
@@ -36,20 +39,35 @@ constexpr int FXSumsToV(int sb, int sg, int sr, int n)
     return 128 + (((kVR * sr + kVG * sg + kVB * sb) * (4 / n) + 65536) >> 17);
 }
 
-// Limited-range Y'CbCr -> 8-bit RGB, before clamping to 0..255.
+// Limited-range Y'CbCr -> 8-bit RGB, clamped to 0..255.
 inline constexpr int kCY = 9539, kCRV = 13075, kCGU = -3209, kCGV = -6660, kCBU = 16525;
-inline constexpr int kYBias = 4096 - 16 * kCY;  // folds the rounding half and the Y offset
-constexpr int FXClamp8(int v) { return v < 0 ? 0 : v > 255 ? 255 : v; }
-constexpr int FXYuvToR(int y, int u, int v) { return FXClamp8((kCY * y + kYBias + kCRV * (v - 128)) >> 13); }
+inline constexpr int kYBias = 4096 - 16 * kCY; // folds the rounding half and the Y offset
+constexpr int FXClamp8(int v)
+{
+    return v < 0 ? 0 : v > 255 ? 255 : v;
+}
+constexpr int FXYuvToR(int y, int u, int v)
+{
+    return FXClamp8((kCY * y + kYBias + kCRV * (v - 128)) >> 13);
+}
 constexpr int FXYuvToG(int y, int u, int v)
 {
     return FXClamp8((kCY * y + kYBias + kCGU * (u - 128) + kCGV * (v - 128)) >> 13);
 }
-constexpr int FXYuvToB(int y, int u, int v) { return FXClamp8((kCY * y + kYBias + kCBU * (u - 128)) >> 13); }
+constexpr int FXYuvToB(int y, int u, int v)
+{
+    return FXClamp8((kCY * y + kYBias + kCBU * (u - 128)) >> 13);
+}
 
 // Bit depth changes: 8 -> 16 replicates the byte; 16 -> 8 rounds to nearest (exact inverse).
-constexpr std::uint32_t FXWiden8(std::uint32_t v) { return v * 257; }
-constexpr std::uint32_t FXNarrow16(std::uint32_t v) { return (v * 255 + 32767) / 65535; }
+constexpr std::uint32_t FXWiden8(std::uint32_t v)
+{
+    return v * 257;
+}
+constexpr std::uint32_t FXNarrow16(std::uint32_t v)
+{
+    return (v * 255 + 32767) / 65535;
+}
 
 // ---------------------------------------------------------------- kernels and levels
 // Converts a whole image; arguments are already checked.
@@ -57,26 +75,35 @@ using TFXConvertKernel = void (*)(const TFXConstPlanes& src, const TFXPlanes& ds
                                   int height);
 
 // The scalar reference: defines the result of every pair, including same-format copies.
-void ConvertReference(TFXVideoFormat srcFormat, const TFXConstPlanes& src,
-                      TFXVideoFormat dstFormat, const TFXPlanes& dst, int width, int height);
+void ConvertReference(TFXVideoFormat srcFormat, const TFXConstPlanes& src, TFXVideoFormat dstFormat,
+                      const TFXPlanes& dst, int width, int height);
 
 enum class TFXConvertLevel : int { Ref, Sse41, Avx2, Avx512 };
 inline constexpr int kConvertLevelCount = 4;
 const char* FXConvertLevelName(TFXConvertLevel level);
 
 // The pairs that have vector paths, in table order.
-#define FX_CONVERT_FAST_PAIRS(X)                                                                  \
-    X(vfRGB24, vfRGB32)                                                                          \
-    X(vfRGB32, vfRGB24)                                                                          \
-    X(vfRGB24, vfGray8)                                                                          \
-    X(vfRGB32, vfGray8)                                                                          \
-    X(vfGray8, vfRGB24)                                                                          \
-    X(vfGray8, vfRGB32)                                                                          \
-    X(vfGray8, vfGray16)                                                                         \
-    X(vfGray16, vfGray8)                                                                         \
-    X(vfI420, vfRGB24)                                                                           \
-    X(vfRGB24, vfI420)                                                                           \
-    X(vfYUY2, vfRGB24)
+#define FX_CONVERT_FAST_PAIRS(X)                                                                   \
+    X(vfRGB24, vfRGB32)                                                                            \
+    X(vfRGB32, vfRGB24)                                                                            \
+    X(vfRGB24, vfGray8)                                                                            \
+    X(vfRGB32, vfGray8)                                                                            \
+    X(vfGray8, vfRGB24)                                                                            \
+    X(vfGray8, vfRGB32)                                                                            \
+    X(vfGray8, vfGray16)                                                                           \
+    X(vfGray16, vfGray8)                                                                           \
+    X(vfI420, vfRGB24)                                                                             \
+    X(vfYV12, vfRGB24)                                                                             \
+    X(vfNV12, vfRGB24)                                                                             \
+    X(vfI422, vfRGB24)                                                                             \
+    X(vfI444, vfRGB24)                                                                             \
+    X(vfRGB24, vfI420)                                                                             \
+    X(vfRGB24, vfYV12)                                                                             \
+    X(vfRGB24, vfNV12)                                                                             \
+    X(vfRGB24, vfI422)                                                                             \
+    X(vfRGB24, vfI444)                                                                             \
+    X(vfYUY2, vfRGB24)                                                                             \
+    X(vfUYVY, vfRGB24)
 
 enum class TFXFastPair : int {
 #define FX_FAST_PAIR_ENUM(s, d) s##_##d,

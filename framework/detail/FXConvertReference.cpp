@@ -16,10 +16,19 @@ struct TPx {
     std::uint32_t B, G, R, A;
 };
 
-TPx Widen(TPx p) { return {FXWiden8(p.B), FXWiden8(p.G), FXWiden8(p.R), FXWiden8(p.A)}; }
-TPx Narrow(TPx p) { return {FXNarrow16(p.B), FXNarrow16(p.G), FXNarrow16(p.R), FXNarrow16(p.A)}; }
+TPx Widen(TPx p)
+{
+    return {FXWiden8(p.B), FXWiden8(p.G), FXWiden8(p.R), FXWiden8(p.A)};
+}
+TPx Narrow(TPx p)
+{
+    return {FXNarrow16(p.B), FXNarrow16(p.G), FXNarrow16(p.R), FXNarrow16(p.A)};
+}
 
-std::uint32_t Load16(const std::uint8_t* p) { return std::uint32_t(p[0]) | std::uint32_t(p[1]) << 8; }
+std::uint32_t Load16(const std::uint8_t* p)
+{
+    return std::uint32_t(p[0]) | std::uint32_t(p[1]) << 8;
+}
 void Store16(std::uint8_t* p, std::uint32_t v)
 {
     p[0] = std::uint8_t(v);
@@ -29,11 +38,12 @@ void Store16(std::uint8_t* p, std::uint32_t v)
 // Each codec reads a pixel at depth D (8 or 16, never below its own) and writes one given at
 // depth D; conversions run at the deeper of the two formats' depths, so 16-bit sources keep
 // their precision until the final rounding.
-struct CRgb24 {
-    static constexpr int kDepth = 8, kBytes = 3;
+// B, G, R (and A) bytes: vfRGB24 and vfRGB32.
+template <bool Alpha> struct CRgb8 {
+    static constexpr int kDepth = 8, kBytes = Alpha ? 4 : 3;
     template <int D> static TPx Read(const std::uint8_t* p)
     {
-        const TPx px{p[0], p[1], p[2], 255};
+        const TPx px{p[0], p[1], p[2], Alpha ? p[3] : 255u};
         return D == 16 ? Widen(px) : px;
     }
     template <int D> static void Write(std::uint8_t* p, TPx px)
@@ -43,64 +53,43 @@ struct CRgb24 {
         p[0] = std::uint8_t(px.B);
         p[1] = std::uint8_t(px.G);
         p[2] = std::uint8_t(px.R);
+        if (Alpha)
+            p[3] = std::uint8_t(px.A);
     }
 };
+using CRgb24 = CRgb8<false>;
+using CRgb32 = CRgb8<true>;
 
-struct CRgb32 {
-    static constexpr int kDepth = 8, kBytes = 4;
-    template <int D> static TPx Read(const std::uint8_t* p)
-    {
-        const TPx px{p[0], p[1], p[2], p[3]};
-        return D == 16 ? Widen(px) : px;
-    }
-    template <int D> static void Write(std::uint8_t* p, TPx px)
-    {
-        if (D == 16)
-            px = Narrow(px);
-        p[0] = std::uint8_t(px.B);
-        p[1] = std::uint8_t(px.G);
-        p[2] = std::uint8_t(px.R);
-        p[3] = std::uint8_t(px.A);
-    }
-};
+// RGB555 / RGB565 words: blue in bits 0-4, green above it (5 or 6 bits), red above green.
+// Fields are expanded by bit replication and reduced by rounding to nearest; RGB555's top bit is
+// ignored when read and written as 0.
+constexpr std::uint32_t Expand(std::uint32_t v, int bits)
+{
+    return (v << (8 - bits)) | (v >> (2 * bits - 8));
+}
+constexpr std::uint32_t Reduce(std::uint32_t v, int bits)
+{
+    return (v * ((1u << bits) - 1) + 127) / 255;
+}
 
-// 5- and 6-bit fields: expanded by bit replication, reduced by rounding to nearest.
-constexpr std::uint32_t Expand5(std::uint32_t v) { return (v << 3) | (v >> 2); }
-constexpr std::uint32_t Expand6(std::uint32_t v) { return (v << 2) | (v >> 4); }
-constexpr std::uint32_t Reduce5(std::uint32_t v) { return (v * 31 + 127) / 255; }
-constexpr std::uint32_t Reduce6(std::uint32_t v) { return (v * 63 + 127) / 255; }
-
-struct CRgb555 {
-    static constexpr int kDepth = 8, kBytes = 2;
+template <int GreenBits> struct CRgb16 {
+    static constexpr int kDepth = 8, kBytes = 2, kRedShift = 5 + GreenBits;
     template <int D> static TPx Read(const std::uint8_t* p)
     {
         const std::uint32_t v = Load16(p);
-        const TPx px{Expand5(v & 31), Expand5((v >> 5) & 31), Expand5((v >> 10) & 31), 255};
+        const TPx px{Expand(v & 31, 5), Expand((v >> 5) & ((1u << GreenBits) - 1), GreenBits),
+                     Expand((v >> kRedShift) & 31, 5), 255};
         return D == 16 ? Widen(px) : px;
     }
     template <int D> static void Write(std::uint8_t* p, TPx px)
     {
         if (D == 16)
             px = Narrow(px);
-        Store16(p, Reduce5(px.B) | Reduce5(px.G) << 5 | Reduce5(px.R) << 10);
+        Store16(p, Reduce(px.B, 5) | Reduce(px.G, GreenBits) << 5 | Reduce(px.R, 5) << kRedShift);
     }
 };
-
-struct CRgb565 {
-    static constexpr int kDepth = 8, kBytes = 2;
-    template <int D> static TPx Read(const std::uint8_t* p)
-    {
-        const std::uint32_t v = Load16(p);
-        const TPx px{Expand5(v & 31), Expand6((v >> 5) & 63), Expand5((v >> 11) & 31), 255};
-        return D == 16 ? Widen(px) : px;
-    }
-    template <int D> static void Write(std::uint8_t* p, TPx px)
-    {
-        if (D == 16)
-            px = Narrow(px);
-        Store16(p, Reduce5(px.B) | Reduce6(px.G) << 5 | Reduce5(px.R) << 11);
-    }
-};
+using CRgb555 = CRgb16<5>;
+using CRgb565 = CRgb16<6>;
 
 struct CGray8 {
     static constexpr int kDepth = 8, kBytes = 1;
@@ -131,12 +120,13 @@ struct CGray16 {
     }
 };
 
-struct CRgb48 {
-    static constexpr int kDepth = 16, kBytes = 6;
+// 16-bit B, G, R (and A): vfRGB48 and vfRGBA64.
+template <bool Alpha> struct CRgbWide {
+    static constexpr int kDepth = 16, kBytes = Alpha ? 8 : 6;
     template <int D> static TPx Read(const std::uint8_t* p)
     {
         static_assert(D == 16);
-        return {Load16(p), Load16(p + 2), Load16(p + 4), 65535};
+        return {Load16(p), Load16(p + 2), Load16(p + 4), Alpha ? Load16(p + 6) : 65535u};
     }
     template <int D> static void Write(std::uint8_t* p, TPx px)
     {
@@ -144,39 +134,43 @@ struct CRgb48 {
         Store16(p, px.B);
         Store16(p + 2, px.G);
         Store16(p + 4, px.R);
+        if (Alpha)
+            Store16(p + 6, px.A);
     }
 };
-
-struct CRgba64 {
-    static constexpr int kDepth = 16, kBytes = 8;
-    template <int D> static TPx Read(const std::uint8_t* p)
-    {
-        static_assert(D == 16);
-        return {Load16(p), Load16(p + 2), Load16(p + 4), Load16(p + 6)};
-    }
-    template <int D> static void Write(std::uint8_t* p, TPx px)
-    {
-        static_assert(D == 16);
-        Store16(p, px.B);
-        Store16(p + 2, px.G);
-        Store16(p + 4, px.R);
-        Store16(p + 6, px.A);
-    }
-};
+using CRgb48 = CRgbWide<false>;
+using CRgba64 = CRgbWide<true>;
 
 // Calls fn with the codec of a packed non-YUV format; returns false for the YUV formats.
 template <class F> bool WithCodec(TFXVideoFormat format, F&& fn)
 {
     switch (format) {
-    case vfRGB24: fn(CRgb24{}); return true;
-    case vfRGB32: fn(CRgb32{}); return true;
-    case vfRGB555: fn(CRgb555{}); return true;
-    case vfRGB565: fn(CRgb565{}); return true;
-    case vfGray8: fn(CGray8{}); return true;
-    case vfGray16: fn(CGray16{}); return true;
-    case vfRGB48: fn(CRgb48{}); return true;
-    case vfRGBA64: fn(CRgba64{}); return true;
-    default: return false;
+    case vfRGB24:
+        fn(CRgb24{});
+        return true;
+    case vfRGB32:
+        fn(CRgb32{});
+        return true;
+    case vfRGB555:
+        fn(CRgb555{});
+        return true;
+    case vfRGB565:
+        fn(CRgb565{});
+        return true;
+    case vfGray8:
+        fn(CGray8{});
+        return true;
+    case vfGray16:
+        fn(CGray16{});
+        return true;
+    case vfRGB48:
+        fn(CRgb48{});
+        return true;
+    case vfRGBA64:
+        fn(CRgba64{});
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -193,22 +187,30 @@ struct TYuvLayout {
     int YPlane, YOffset, YStep;
     int UPlane, UOffset, UStep;
     int VPlane, VOffset, VStep;
-    int APlane;  // -1 without alpha
+    int APlane; // -1 without alpha
     int ShiftX, ShiftY;
-    bool Packed422;  // pixel pairs share a macropixel: an odd width leaves one spare Y
+    bool Packed422; // pixel pairs share a macropixel: an odd width leaves one spare Y
 };
 
 TYuvLayout YuvLayout(TFXVideoFormat format)
 {
     switch (format) {
-    case vfYUY2: return {0, 0, 2, 0, 1, 4, 0, 3, 4, -1, 1, 0, true};
-    case vfUYVY: return {0, 1, 2, 0, 0, 4, 0, 2, 4, -1, 1, 0, true};
-    case vfI420: return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 1, false};
-    case vfYV12: return {0, 0, 1, 2, 0, 1, 1, 0, 1, -1, 1, 1, false};
-    case vfNV12: return {0, 0, 1, 1, 0, 2, 1, 1, 2, -1, 1, 1, false};
-    case vfI422: return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 0, false};
-    case vfI444: return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 0, 0, false};
-    default: return {0, 0, 1, 1, 0, 1, 2, 0, 1, 3, 0, 0, false};  // vfYUVA444
+    case vfYUY2:
+        return {0, 0, 2, 0, 1, 4, 0, 3, 4, -1, 1, 0, true};
+    case vfUYVY:
+        return {0, 1, 2, 0, 0, 4, 0, 2, 4, -1, 1, 0, true};
+    case vfI420:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 1, false};
+    case vfYV12:
+        return {0, 0, 1, 2, 0, 1, 1, 0, 1, -1, 1, 1, false};
+    case vfNV12:
+        return {0, 0, 1, 1, 0, 2, 1, 1, 2, -1, 1, 1, false};
+    case vfI422:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 1, 0, false};
+    case vfI444:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, -1, 0, 0, false};
+    default:
+        return {0, 0, 1, 1, 0, 1, 2, 0, 1, 3, 0, 0, false}; // vfYUVA444
     }
 }
 
@@ -223,7 +225,8 @@ void FillSpareLuma(const TYuvLayout& l, const TFXPlanes& dst, int width, int hei
     if (!l.Packed422 || width % 2 == 0)
         return;
     for (int y = 0; y < height; ++y)
-        *Sample(dst, 0, l.YOffset, l.YStep, width, y) = *Sample(dst, 0, l.YOffset, l.YStep, width - 1, y);
+        *Sample(dst, 0, l.YOffset, l.YStep, width, y) =
+            *Sample(dst, 0, l.YOffset, l.YStep, width - 1, y);
 }
 
 template <class D>
@@ -253,7 +256,8 @@ void PackedToYuv(const TFXConstPlanes& src, const TYuvLayout& l, const TFXPlanes
                  int height)
 {
     auto pixel = [&](int x, int y) {
-        return Read8<S>(src.Data[0] + std::ptrdiff_t(y) * src.Stride[0] + std::ptrdiff_t(x) * S::kBytes);
+        return Read8<S>(src.Data[0] + std::ptrdiff_t(y) * src.Stride[0] +
+                        std::ptrdiff_t(x) * S::kBytes);
     };
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
@@ -277,8 +281,10 @@ void PackedToYuv(const TFXConstPlanes& src, const TYuvLayout& l, const TFXPlanes
                     sr += int(px.R);
                     ++n;
                 }
-            *Sample(dst, l.UPlane, l.UOffset, l.UStep, cx, cy) = std::uint8_t(FXSumsToU(sb, sg, sr, n));
-            *Sample(dst, l.VPlane, l.VOffset, l.VStep, cx, cy) = std::uint8_t(FXSumsToV(sb, sg, sr, n));
+            *Sample(dst, l.UPlane, l.UOffset, l.UStep, cx, cy) =
+                std::uint8_t(FXSumsToU(sb, sg, sr, n));
+            *Sample(dst, l.VPlane, l.VOffset, l.VStep, cx, cy) =
+                std::uint8_t(FXSumsToV(sb, sg, sr, n));
         }
     FillSpareLuma(l, dst, width, height);
 }
@@ -288,9 +294,11 @@ void YuvToYuv(const TYuvLayout& s, const TFXConstPlanes& src, const TYuvLayout& 
 {
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
-            *Sample(dst, d.YPlane, d.YOffset, d.YStep, x, y) = *Sample(src, s.YPlane, s.YOffset, s.YStep, x, y);
+            *Sample(dst, d.YPlane, d.YOffset, d.YStep, x, y) =
+                *Sample(src, s.YPlane, s.YOffset, s.YStep, x, y);
             if (d.APlane >= 0)
-                *Sample(dst, d.APlane, 0, 1, x, y) = s.APlane >= 0 ? *Sample(src, s.APlane, 0, 1, x, y) : 255;
+                *Sample(dst, d.APlane, 0, 1, x, y) =
+                    s.APlane >= 0 ? *Sample(src, s.APlane, 0, 1, x, y) : 255;
         }
     // A destination chroma sample is the rounded mean of the distinct source chroma samples over
     // the pixels it covers: a copy when the source is as fine or coarser, an average of 2 or 4
@@ -336,14 +344,15 @@ void CopyPlanes(TFXVideoFormat format, const TFXConstPlanes& src, const TFXPlane
         const TFXPlaneGeometry g = FXPlaneGeometry(format, width, height, plane);
         for (int y = 0; y < g.Rows; ++y)
             std::memcpy(dst.Data[plane] + std::ptrdiff_t(y) * dst.Stride[plane],
-                        src.Data[plane] + std::ptrdiff_t(y) * src.Stride[plane], size_t(g.RowBytes));
+                        src.Data[plane] + std::ptrdiff_t(y) * src.Stride[plane],
+                        size_t(g.RowBytes));
     }
 }
 
 } // namespace
 
-void ConvertReference(TFXVideoFormat srcFormat, const TFXConstPlanes& src,
-                      TFXVideoFormat dstFormat, const TFXPlanes& dst, int width, int height)
+void ConvertReference(TFXVideoFormat srcFormat, const TFXConstPlanes& src, TFXVideoFormat dstFormat,
+                      const TFXPlanes& dst, int width, int height)
 {
     if (srcFormat == dstFormat)
         return CopyPlanes(srcFormat, src, dst, width, height);

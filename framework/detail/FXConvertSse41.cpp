@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SSE4.1 conversion kernels: the vector interface on one 16-byte lane.
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -58,7 +59,10 @@ struct TVec {
         const int last = _mm_extract_epi32(v, 2);
         std::memcpy(p + 8, &last, 4);
     }
-    static T LoadLanes8(const std::uint8_t* p) { return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)); }
+    static T LoadLanes8(const std::uint8_t* p)
+    {
+        return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
+    }
     static void StoreLanes8Pair(std::uint8_t* lo, std::uint8_t* hi, T v)
     {
         _mm_storel_epi64(reinterpret_cast<__m128i*>(lo), v);
@@ -96,7 +100,10 @@ struct TVec {
 #pragma GCC pop_options
 
 namespace framix::conv {
-const TFXFastKernelTable& FastKernelsSse41() { return kLevelKernels; }
+const TFXFastKernelTable& FastKernelsSse41()
+{
+    return kLevelKernels;
+}
 } // namespace framix::conv
 
 #else

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <random>
 #include <string>
@@ -23,7 +24,8 @@ TTestImage Convert(TTestImage& src, TFXVideoFormat to, int pad = 0)
 {
     TTestImage dst(to, src.Width(), src.Height(), pad);
     FXConvertPixels(src.Format(), src.ConstPlanes(), to, dst.Planes(), src.Width(), src.Height());
-    EXPECT_TRUE(dst.PaddingIntact()) << FXVideoFormatName(src.Format()) << " -> " << FXVideoFormatName(to);
+    EXPECT_TRUE(dst.PaddingIntact())
+        << FXVideoFormatName(src.Format()) << " -> " << FXVideoFormatName(to);
     return dst;
 }
 
@@ -86,7 +88,8 @@ TEST(FXFormatConversion, LosslessPairsRoundTripExactly)
                 src.Randomize(unsigned(a * 31 + b + size.W));
                 TTestImage mid = Convert(src, b, 5);
                 TTestImage back = Convert(mid, a, 1);
-                ASSERT_EQ(back.Bytes(), src.Bytes()) << PairName(a, b) << " at " << size.W << "x" << size.H;
+                ASSERT_EQ(back.Bytes(), src.Bytes())
+                    << PairName(a, b) << " at " << size.W << "x" << size.H;
             }
 }
 
@@ -94,14 +97,18 @@ TEST(FXFormatConversion, LosslessPairsRoundTripExactly)
 TEST(FXFormatConversion, PairsEqualTheirDocumentedRoute)
 {
     const std::vector<std::vector<TFXVideoFormat>> routes = {
-        {vfGray8, vfRGB24, vfI420},     {vfGray8, vfRGB24, vfYUY2},     {vfI420, vfRGB24, vfGray8},
-        {vfNV12, vfRGB24, vfGray8},     {vfYUVA444, vfRGB32, vfRGBA64}, {vfRGBA64, vfRGB32, vfYUVA444},
-        {vfRGB48, vfRGB24, vfI444},     {vfGray16, vfGray8, vfI420},    {vfI420, vfRGB24, vfRGB48},
-        {vfI422, vfRGB24, vfRGB565},    {vfRGB555, vfRGB24, vfI420},    {vfRGB555, vfRGB24, vfGray8},
-        {vfRGB555, vfRGB24, vfRGB565},  {vfRGB565, vfRGB24, vfRGB555},  {vfRGB48, vfGray16, vfGray8},
-        {vfRGBA64, vfGray16, vfGray8},  {vfRGB24, vfRGB48, vfGray16},   {vfRGB32, vfRGBA64, vfGray16},
-        {vfGray16, vfGray8, vfRGB24},   {vfRGB48, vfRGB24, vfRGB555},   {vfRGBA64, vfRGB32, vfRGB24},
-        {vfRGBA64, vfRGB32, vfRGB565},  {vfI444, vfRGB24, vfGray16},    {vfYUY2, vfRGB24, vfRGB48},
+        {vfGray8, vfRGB24, vfI420},     {vfGray8, vfRGB24, vfYUY2},
+        {vfI420, vfRGB24, vfGray8},     {vfNV12, vfRGB24, vfGray8},
+        {vfYUVA444, vfRGB32, vfRGBA64}, {vfRGBA64, vfRGB32, vfYUVA444},
+        {vfRGB48, vfRGB24, vfI444},     {vfGray16, vfGray8, vfI420},
+        {vfI420, vfRGB24, vfRGB48},     {vfI422, vfRGB24, vfRGB565},
+        {vfRGB555, vfRGB24, vfI420},    {vfRGB555, vfRGB24, vfGray8},
+        {vfRGB555, vfRGB24, vfRGB565},  {vfRGB565, vfRGB24, vfRGB555},
+        {vfRGB48, vfGray16, vfGray8},   {vfRGBA64, vfGray16, vfGray8},
+        {vfRGB24, vfRGB48, vfGray16},   {vfRGB32, vfRGBA64, vfGray16},
+        {vfGray16, vfGray8, vfRGB24},   {vfRGB48, vfRGB24, vfRGB555},
+        {vfRGBA64, vfRGB32, vfRGB24},   {vfRGBA64, vfRGB32, vfRGB565},
+        {vfI444, vfRGB24, vfGray16},    {vfYUY2, vfRGB24, vfRGB48},
     };
     for (const auto& route : routes)
         for (const TSize& size : kSizes) {
@@ -123,8 +130,9 @@ TEST(FXFormatConversion, LossyPairsStayWithinTheirDocumentedBounds)
         int MaxError;
     };
     // 4:4:4 YUV, the 5/6-bit packings and the 16-bit narrowing, on random colours.
-    const TBound bounds[] = {{vfRGB24, vfI444, 2},   {vfRGB32, vfYUVA444, 2}, {vfRGB24, vfRGB555, 4},
-                             {vfRGB24, vfRGB565, 4}, {vfGray8, vfI420, 1},    {vfGray8, vfYUY2, 1}};
+    const TBound bounds[] = {{vfRGB24, vfI444, 2},   {vfRGB32, vfYUVA444, 2},
+                             {vfRGB24, vfRGB555, 4}, {vfRGB24, vfRGB565, 4},
+                             {vfGray8, vfI420, 1},   {vfGray8, vfYUY2, 1}};
     for (const TBound& b : bounds) {
         TTestImage src(b.From, 61, 17);
         src.Randomize(7);
@@ -138,7 +146,8 @@ TEST(FXFormatConversion, LossyPairsStayWithinTheirDocumentedBounds)
         std::mt19937 rng(via);
         for (int y = 0; y < 7; y += 2)
             for (int x = 0; x < 9; x += 2) {
-                const std::uint8_t c[3] = {std::uint8_t(rng()), std::uint8_t(rng()), std::uint8_t(rng())};
+                const std::uint8_t c[3] = {std::uint8_t(rng()), std::uint8_t(rng()),
+                                           std::uint8_t(rng())};
                 for (int yy = y; yy < std::min(7, y + 2); ++yy)
                     for (int xx = x; xx < std::min(9, x + 2); ++xx)
                         std::copy(c, c + 3, src.Pixel(0, 3 * xx, yy));
@@ -161,7 +170,8 @@ TEST(FXFormatConversion, LossyPairsStayWithinTheirDocumentedBounds)
 // Expected bytes worked out by hand from the formulas in docs/formats.md.
 TEST(FXFormatConversion, KnownColoursGiveHandComputedValues)
 {
-    auto one = [](TFXVideoFormat from, std::initializer_list<std::uint8_t> pixel, TFXVideoFormat to) {
+    auto one = [](TFXVideoFormat from, std::initializer_list<std::uint8_t> pixel,
+                  TFXVideoFormat to) {
         TTestImage src(from, 1, 1);
         src.Fill(pixel);
         TTestImage dst(to, 1, 1);
@@ -195,7 +205,8 @@ TEST(FXFormatConversion, KnownColoursGiveHandComputedValues)
     // Alpha: added opaque, kept where both sides have it.
     EXPECT_EQ(one(vfRGB24, {1, 2, 3}, vfRGB32), (B{1, 2, 3, 255}));
     EXPECT_EQ(one(vfRGB32, {255, 255, 255, 77}, vfYUVA444), (B{235, 128, 128, 77}));
-    EXPECT_EQ(one(vfYUVA444, {235, 128, 128, 9}, vfRGBA64), (B{255, 255, 255, 255, 255, 255, 9, 9}));
+    EXPECT_EQ(one(vfYUVA444, {235, 128, 128, 9}, vfRGBA64),
+              (B{255, 255, 255, 255, 255, 255, 9, 9}));
 }
 
 TEST(FXFormatConversion, ChromaIsTheMeanOfTheCoveredPixels)
@@ -218,7 +229,8 @@ TEST(FXFormatConversion, ChromaIsTheMeanOfTheCoveredPixels)
     // YUV -> YUV averages the same way: 4:4:4 chroma 10, 20 / 30, 41 -> 4:2:0 (101 / 4) -> 25.
     TTestImage fine(vfI444, 2, 2);
     fine.Fill({0});
-    *fine.Pixel(1, 0, 0) = 10, *fine.Pixel(1, 1, 0) = 20, *fine.Pixel(1, 0, 1) = 30, *fine.Pixel(1, 1, 1) = 41;
+    *fine.Pixel(1, 0, 0) = 10, *fine.Pixel(1, 1, 0) = 20, *fine.Pixel(1, 0, 1) = 30,
+                      *fine.Pixel(1, 1, 1) = 41;
     EXPECT_EQ(*Convert(fine, vfI420).Pixel(1, 0, 0), 25);
     // Upsampling replicates: the 4:2:0 sample lands on all four pixels.
     TTestImage coarse(vfI420, 2, 2);
@@ -235,8 +247,10 @@ TEST(FXFormatConversion, OddWidthPacked422RepeatsTheLastLuma)
     TTestImage src(vfGray8, 3, 1);
     src.Fill({0});
     *src.Pixel(0, 2, 0) = 255;
-    EXPECT_EQ(Convert(src, vfYUY2).Bytes(), (std::vector<std::uint8_t>{16, 128, 16, 128, 235, 128, 235, 128}));
-    EXPECT_EQ(Convert(src, vfUYVY).Bytes(), (std::vector<std::uint8_t>{128, 16, 128, 16, 128, 235, 128, 235}));
+    EXPECT_EQ(Convert(src, vfYUY2).Bytes(),
+              (std::vector<std::uint8_t>{16, 128, 16, 128, 235, 128, 235, 128}));
+    EXPECT_EQ(Convert(src, vfUYVY).Bytes(),
+              (std::vector<std::uint8_t>{128, 16, 128, 16, 128, 235, 128, 235}));
 }
 
 // Every vector level of every fast pair equals the reference byte for byte, over widths around
@@ -247,11 +261,13 @@ TEST(FXFormatConversion, VectorPathsEqualTheReference)
     int checked = 0;
     for (int level = 1; level < kConvertLevelCount; ++level) {
         if (!FXConvertLevelSupported(TFXConvertLevel(level))) {
-            std::printf("[  SKIPPED ] %s is not supported on this CPU\n", FXConvertLevelName(TFXConvertLevel(level)));
+            std::printf("[  SKIPPED ] %s is not supported on this CPU\n",
+                        FXConvertLevelName(TFXConvertLevel(level)));
             continue;
         }
         for (const TFXFastPairInfo& pair : kFastPairs) {
-            const TFXConvertKernel kernel = FXFastKernel(pair.Src, pair.Dst, TFXConvertLevel(level));
+            const TFXConvertKernel kernel =
+                FXFastKernel(pair.Src, pair.Dst, TFXConvertLevel(level));
             ASSERT_NE(kernel, nullptr);
             for (int width : {1, 2, 3, 15, 16, 17, 31, 33, 47, 63, 64, 65, 66, 97, 130, 193, 259})
                 for (int height : {1, 2, 3, 5})
@@ -259,11 +275,13 @@ TEST(FXFormatConversion, VectorPathsEqualTheReference)
                         TTestImage src(pair.Src, width, height, pad);
                         src.Randomize(unsigned(width * 7 + height + pad));
                         TTestImage expected(pair.Dst, width, height, pad + 3), actual = expected;
-                        ConvertReference(pair.Src, src.ConstPlanes(), pair.Dst, expected.Planes(), width, height);
+                        ConvertReference(pair.Src, src.ConstPlanes(), pair.Dst, expected.Planes(),
+                                         width, height);
                         kernel(src.ConstPlanes(), actual.Planes(), width, height);
                         ASSERT_EQ(actual.Bytes(), expected.Bytes())
-                            << PairName(pair.Src, pair.Dst) << " " << FXConvertLevelName(TFXConvertLevel(level))
-                            << " at " << width << "x" << height << " pad " << pad;
+                            << PairName(pair.Src, pair.Dst) << " "
+                            << FXConvertLevelName(TFXConvertLevel(level)) << " at " << width << "x"
+                            << height << " pad " << pad;
                         ASSERT_TRUE(actual.PaddingIntact());
                         ++checked;
                     }
@@ -276,13 +294,14 @@ TEST(FXFormatConversion, VectorPathsEqualTheReference)
 TEST(FXFormatConversion, BadArgumentsRaiseClearErrors)
 {
     TTestImage rgb(vfRGB24, 4, 4), yuv(vfI420, 4, 4);
-    auto convert = [&](TFXVideoFormat sf, TFXConstPlanes s, TFXVideoFormat df, TFXPlanes d, int w, int h) {
-        FXConvertPixels(sf, s, df, d, w, h);
-    };
+    auto convert = [&](TFXVideoFormat sf, TFXConstPlanes s, TFXVideoFormat df, TFXPlanes d, int w,
+                       int h) { FXConvertPixels(sf, s, df, d, w, h); };
     EXPECT_THROW(convert(vfRGB24, rgb.ConstPlanes(), vfI420, yuv.Planes(), 0, 4), EFXError);
     EXPECT_THROW(convert(vfRGB24, rgb.ConstPlanes(), vfI420, yuv.Planes(), 4, -1), EFXError);
-    EXPECT_THROW(convert(TFXVideoFormat(16), rgb.ConstPlanes(), vfI420, yuv.Planes(), 4, 4), EFXError);
-    EXPECT_THROW(convert(vfRGB24, rgb.ConstPlanes(), TFXVideoFormat(200), yuv.Planes(), 4, 4), EFXError);
+    EXPECT_THROW(convert(TFXVideoFormat(16), rgb.ConstPlanes(), vfI420, yuv.Planes(), 4, 4),
+                 EFXError);
+    EXPECT_THROW(convert(vfRGB24, rgb.ConstPlanes(), TFXVideoFormat(200), yuv.Planes(), 4, 4),
+                 EFXError);
     TFXPlanes noChroma = yuv.Planes();
     noChroma.Data[2] = nullptr;
     EXPECT_THROW(convert(vfRGB24, rgb.ConstPlanes(), vfI420, noChroma, 4, 4), EFXError);

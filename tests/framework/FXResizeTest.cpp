@@ -20,7 +20,8 @@ using B = std::vector<std::uint8_t>;
 TTestImage Resize(TTestImage& src, int width, int height, int pad = 5)
 {
     TTestImage dst(src.Format(), width, height, pad);
-    FXResizePixels(src.Format(), src.ConstPlanes(), src.Width(), src.Height(), dst.Planes(), width, height);
+    FXResizePixels(src.Format(), src.ConstPlanes(), src.Width(), src.Height(), dst.Planes(), width,
+                   height);
     EXPECT_TRUE(dst.PaddingIntact()) << FXVideoFormatName(src.Format());
     return dst;
 }
@@ -29,9 +30,12 @@ TTestImage Resize(TTestImage& src, int width, int height, int pad = 5)
 B SomeColour(TFXVideoFormat f)
 {
     switch (f) {
-    case vfRGB555: return {0x35, 0x5A};
-    case vfYUY2: return {90, 60, 90, 200};
-    case vfUYVY: return {60, 90, 200, 90};
+    case vfRGB555:
+        return {0x35, 0x5A};
+    case vfYUY2:
+        return {90, 60, 90, 200};
+    case vfUYVY:
+        return {60, 90, 200, 90};
     default: {
         B v{90, 60, 200, 33, 17, 250, 4, 99};
         if (FXFormatInfo(f).PlaneCount == 1)
@@ -55,7 +59,8 @@ TEST(FXResize, ConstantImagesStayConstantAtEverySize)
     struct TCase {
         int SrcW, SrcH, DstW, DstH;
     };
-    const TCase cases[] = {{10, 6, 5, 3}, {8, 8, 4, 4}, {1, 1, 7, 5}, {1, 1, 1, 3}, {7, 5, 13, 3}, {9, 9, 4, 7}};
+    const TCase cases[] = {{10, 6, 5, 3}, {8, 8, 4, 4},  {1, 1, 7, 5},
+                           {1, 1, 1, 3},  {7, 5, 13, 3}, {9, 9, 4, 7}};
     for (int f = 0; f < kFXVideoFormatCount; ++f)
         for (const TCase& c : cases) {
             const auto format = TFXVideoFormat(f);
@@ -63,7 +68,8 @@ TEST(FXResize, ConstantImagesStayConstantAtEverySize)
             src.Fill(SomeColour(format));
             expected.Fill(SomeColour(format));
             EXPECT_EQ(Resize(src, c.DstW, c.DstH).Bytes(), expected.Bytes())
-                << FXVideoFormatName(format) << " " << c.SrcW << "x" << c.SrcH << " -> " << c.DstW << "x" << c.DstH;
+                << FXVideoFormatName(format) << " " << c.SrcW << "x" << c.SrcH << " -> " << c.DstW
+                << "x" << c.DstH;
         }
 }
 
@@ -92,7 +98,8 @@ TEST(FXResize, CentresAlignAndEdgesClamp)
     EXPECT_EQ(Resize(words, 4, 1).Bytes(), (B{0, 0, 0x00, 0x40, 0x00, 0xB8, 0x00, 0xF8}));
     // Vertically the same way; a 2x2 block shrinks to its rounded mean (301 / 4 -> 75).
     TTestImage block(vfGray8, 2, 2);
-    *block.Pixel(0, 0, 0) = 0, *block.Pixel(0, 1, 0) = 100, *block.Pixel(0, 0, 1) = 100, *block.Pixel(0, 1, 1) = 101;
+    *block.Pixel(0, 0, 0) = 0, *block.Pixel(0, 1, 0) = 100, *block.Pixel(0, 0, 1) = 100,
+                       *block.Pixel(0, 1, 1) = 101;
     EXPECT_EQ(Resize(block, 1, 1).Bytes(), B{75});
 }
 
@@ -104,12 +111,16 @@ TEST(FXResize, HalvingTakesTheRoundedMeanOfEachBlock)
         const TTestImage half = Resize(src, 5, 3);
         const auto in = src.Bytes(), out = half.Bytes();
         const int sample = FXFormatInfo(f).BytesPerSample, row = 10 * FXFormatInfo(f).BytesPerPixel;
-        auto at = [&](const B& b, size_t i) { return sample == 1 ? int(b[i]) : int(b[i] | b[i + 1] << 8); };
+        auto at = [&](const B& b, size_t i) {
+            return sample == 1 ? int(b[i]) : int(b[i] | b[i + 1] << 8);
+        };
         for (int y = 0; y < 3; ++y)
             for (int i = 0; i < row / 2; i += sample) {
-                const int x = i / FXFormatInfo(f).BytesPerPixel, c = i % FXFormatInfo(f).BytesPerPixel;
+                const int x = i / FXFormatInfo(f).BytesPerPixel,
+                          c = i % FXFormatInfo(f).BytesPerPixel;
                 const size_t p = size_t(2 * y * row + 2 * x * FXFormatInfo(f).BytesPerPixel + c);
-                const int sum = at(in, p) + at(in, p + size_t(FXFormatInfo(f).BytesPerPixel)) + at(in, p + size_t(row)) +
+                const int sum = at(in, p) + at(in, p + size_t(FXFormatInfo(f).BytesPerPixel)) +
+                                at(in, p + size_t(row)) +
                                 at(in, p + size_t(row + FXFormatInfo(f).BytesPerPixel));
                 ASSERT_EQ(at(out, size_t(y * row / 2 + i)), (sum + 2) / 4) << FXVideoFormatName(f);
             }
@@ -120,24 +131,29 @@ TEST(FXResize, HalvingTakesTheRoundedMeanOfEachBlock)
 // repacking between layouts of one subsampling.
 TEST(FXResize, YuvLayoutsOfOneSubsamplingResizeAlike)
 {
-    const std::pair<TFXVideoFormat, TFXVideoFormat> pairs[] = {
-        {vfYUY2, vfI422}, {vfUYVY, vfI422}, {vfNV12, vfI420}, {vfYV12, vfI420}, {vfYUVA444, vfI444}};
+    const std::pair<TFXVideoFormat, TFXVideoFormat> pairs[] = {{vfYUY2, vfI422},
+                                                               {vfUYVY, vfI422},
+                                                               {vfNV12, vfI420},
+                                                               {vfYV12, vfI420},
+                                                               {vfYUVA444, vfI444}};
     for (const auto& [packed, planar] : pairs)
         for (int dstW : {3, 8, 11}) {
             TTestImage src(packed, 9, 5, 4);
             src.Randomize(unsigned(packed * dstW));
-            TTestImage srcPlanar(planar, 9, 5), resized = Resize(src, dstW, 7), viaPlanar(planar, dstW, 7), direct(planar, dstW, 7);
+            TTestImage srcPlanar(planar, 9, 5), resized = Resize(src, dstW, 7),
+                                                viaPlanar(planar, dstW, 7), direct(planar, dstW, 7);
             FXConvertPixels(packed, src.ConstPlanes(), planar, srcPlanar.Planes(), 9, 5);
             viaPlanar = Resize(srcPlanar, dstW, 7);
             FXConvertPixels(packed, resized.ConstPlanes(), planar, direct.Planes(), dstW, 7);
-            EXPECT_EQ(direct.Bytes(), viaPlanar.Bytes()) << FXVideoFormatName(packed) << " to width " << dstW;
+            EXPECT_EQ(direct.Bytes(), viaPlanar.Bytes())
+                << FXVideoFormatName(packed) << " to width " << dstW;
         }
     // The 4:2:0 chroma of a 5x3 image is 3x2 and scales to the destination's own chroma size.
     TTestImage src(vfI420, 5, 3);
     src.Fill({10, 20, 30});
-    *src.Pixel(1, 2, 1) = 220;  // the bottom-right chroma sample
+    *src.Pixel(1, 2, 1) = 220; // the bottom-right chroma sample
     TTestImage out = Resize(src, 9, 7);
-    EXPECT_EQ(*out.Pixel(1, 4, 3), 220);  // 5x4 chroma: the corner keeps the corner sample
+    EXPECT_EQ(*out.Pixel(1, 4, 3), 220); // 5x4 chroma: the corner keeps the corner sample
     EXPECT_EQ(*out.Pixel(1, 0, 0), 20);
 }
 
@@ -146,7 +162,8 @@ TEST(FXResize, BadArgumentsRaiseClearErrors)
     TTestImage src(vfRGB24, 4, 4), dst(vfRGB24, 2, 2);
     EXPECT_THROW(FXResizePixels(vfRGB24, src.ConstPlanes(), 4, 4, dst.Planes(), 0, 2), EFXError);
     EXPECT_THROW(FXResizePixels(vfRGB24, src.ConstPlanes(), -4, 4, dst.Planes(), 2, 2), EFXError);
-    EXPECT_THROW(FXResizePixels(TFXVideoFormat(17), src.ConstPlanes(), 4, 4, dst.Planes(), 2, 2), EFXError);
+    EXPECT_THROW(FXResizePixels(TFXVideoFormat(17), src.ConstPlanes(), 4, 4, dst.Planes(), 2, 2),
+                 EFXError);
     // The destination's stride must hold the destination's rows, not the source's.
     EXPECT_THROW(FXResizePixels(vfRGB24, src.ConstPlanes(), 4, 4, dst.Planes(), 3, 2), EFXError);
     TFXPlanes none = dst.Planes();

@@ -63,7 +63,9 @@ public:
             });
         if ((FFormat == vfYUY2 || FFormat == vfUYVY) && FWidth % 2) {
             const int y0 = FFormat == vfYUY2 ? 0 : 1;
-            ForEachRow([&](std::uint8_t* row, int, int) { row[2 * FWidth + y0] = row[2 * (FWidth - 1) + y0]; });
+            ForEachRow([&](std::uint8_t* row, int, int) {
+                row[2 * FWidth + y0] = row[2 * (FWidth - 1) + y0];
+            });
         }
         return *this;
     }
@@ -75,7 +77,7 @@ public:
         const bool planar = FXFormatInfo(FFormat).PlaneCount > 1;
         ForEachRow([&](std::uint8_t* row, int bytes, int plane) {
             for (int i = 0; i < bytes; ++i)
-                row[i] = !planar ? v[size_t(i) % v.size()]
+                row[i] = !planar                           ? v[size_t(i) % v.size()]
                          : FFormat == vfNV12 && plane == 1 ? v[1 + size_t(i % 2)]
                                                            : v[size_t(plane) % v.size()];
         });
@@ -93,7 +95,10 @@ public:
     }
     TFXConstPlanes ConstPlanes() const { return const_cast<TTestImage*>(this)->Planes(); }
 
-    std::uint8_t* Pixel(int plane, int x, int y) { return FMem[plane].data() + size_t(y) * size_t(FStride[plane]) + size_t(x); }
+    std::uint8_t* Pixel(int plane, int x, int y)
+    {
+        return FMem[plane].data() + size_t(y) * size_t(FStride[plane]) + size_t(x);
+    }
 
     bool PaddingIntact() const
     {
