@@ -140,7 +140,7 @@ void RunLevel(benchmark::State& state, const TFXPrimitiveInfo* p, TFXSimdLevel l
 void RunIpp(benchmark::State& state, const TFXPrimitiveInfo* p, TFXBenchParams params)
 {
     const TFXBenchImages images(*p, params);
-    test::TFXIppOracle ipp(*p, images.Args());
+    test::TFXIppOracle ipp(*p, images.Args(), test::TFXIppPurpose::Timing);
     if (!ipp.Ready() || ipp.Run() != 0) {
         state.SkipWithError("IPP refused the arguments");
         return;

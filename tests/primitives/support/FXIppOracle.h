@@ -37,12 +37,17 @@ inline bool FXRealIppLoaded()
 // - the fixed filters: IPP's own ...Border function where one exists for the layout (edges
 //   8u->16s C1, saturated here; Laplace, Hipass, Sharpen 8u), else ippiFilterBorder with the
 //   published kernel as above; the cross and colour medians still exist unchanged.
+// What the oracle is for: comparing bytes, or timing IPP (then only IPP's own call runs: C1
+// images take IPP's C1 path in its default, faster mode, and nothing is fixed up afterwards).
+enum class TFXIppPurpose { Compare, Timing };
+
 class TFXIppOracle {
 public:
     // args describe one call (as for FXCallShape); Ready() is false when the installed IPP has
     // no counterpart or refuses the arguments.
-    TFXIppOracle(const prim::TFXPrimitiveInfo& p, const prim::TFXShapeArgs& args)
-        : FPrim(p), FArgs(args)
+    TFXIppOracle(const prim::TFXPrimitiveInfo& p, const prim::TFXShapeArgs& args,
+                 TFXIppPurpose purpose = TFXIppPurpose::Compare)
+        : FPrim(p), FArgs(args), FTiming(purpose == TFXIppPurpose::Timing)
     {
         const int channels = prim::FXChannels(p.Layout);
         const int type = p.Sample == prim::TFXSample::U8 ? kIpp8u : kIpp16u;
@@ -198,7 +203,7 @@ private:
         FKind = TKind::FilterBorder;
         // IPP's C1 path rounds exact halves up whatever the rounding mode (its C3 and C4 paths
         // follow ippRndNear), so a C1 image runs as C3 with every sample in all three channels.
-        FExpand = channels == 1;
+        FExpand = channels == 1 && !FTiming;
         const int ippChannels = FExpand ? 3 : channels;
         const std::string sample = FPrim.Sample == prim::TFXSample::U8 ? "_8u" : "_16u";
         FKernel = Symbol<TKernelFilter>("ippiFilterBorder" + sample + "_C" +
@@ -216,7 +221,7 @@ private:
         FBuffer.resize(std::size_t(bufferSize) + 64);
         if (init(reversed.data(), size, divisor, type, ippChannels, kIppRndNear, FSpec.data()) !=
                 0 ||
-            setMode(kIppAlgHintAccurate, 0, FSpec.data()) != 0)
+            (!FTiming && setMode(kIppAlgHintAccurate, 0, FSpec.data()) != 0))
             return false;
         const int sampleBytes = prim::FXSampleBytes(FPrim.Sample);
         int srcStep = FArgs.SrcStep;
@@ -287,7 +292,7 @@ private:
             const int width = FArgs.Roi.width;
             const int s = FNamed(FSrc, FArgs.SrcStep, FEdges.data(), width * 2, FArgs.Roi,
                                  FMaskCode, kIppBorderInMem, zeros, FBuffer.data());
-            for (int y = 0; y < FArgs.Roi.height; ++y)
+            for (int y = 0; !FTiming && y < FArgs.Roi.height; ++y)
                 for (int x = 0; x < width; ++x)
                     dst[std::ptrdiff_t(y) * FArgs.DstStep + x] =
                         Ipp8u(std::clamp<int>(FEdges[std::size_t(y) * width + x], 0, 255));
@@ -309,13 +314,13 @@ private:
             }
             // AC4 runs as C4: keep the alpha bytes the destination had.
             std::vector<Ipp8u> alpha;
-            for (int y = 0; ac4 && y < FArgs.Roi.height; ++y)
+            for (int y = 0; ac4 && !FTiming && y < FArgs.Roi.height; ++y)
                 for (int x = 0; x < FArgs.Roi.width; ++x)
                     alpha.push_back(dst[std::ptrdiff_t(y) * FArgs.DstStep + 4 * x + 3]);
             const int s = FKernel(FSrc, FSrcStep, dst, FArgs.DstStep, FArgs.Roi, kIppBorderInMem,
                                   zeros, FSpec.data(), FBuffer.data());
             std::size_t i = 0;
-            for (int y = 0; ac4 && y < FArgs.Roi.height; ++y)
+            for (int y = 0; ac4 && !FTiming && y < FArgs.Roi.height; ++y)
                 for (int x = 0; x < FArgs.Roi.width; ++x)
                     dst[std::ptrdiff_t(y) * FArgs.DstStep + 4 * x + 3] = alpha[i++];
             return s;
@@ -325,6 +330,7 @@ private:
 
     const prim::TFXPrimitiveInfo& FPrim;
     prim::TFXShapeArgs FArgs;
+    bool FTiming = false;
     const Ipp8u* FSrc = nullptr;
     TMaskFilter FMask = nullptr;
     TKernelFilter FKernel = nullptr;

@@ -88,9 +88,9 @@ void IntKernelFor(int variant, TFXCase& c, std::mt19937& rng)
             k = uniform(-5, 1);
         c.Divisor = -uniform(1, 9);
         break;
-    case 4: // sums that could leave 32 bits on 16-bit samples, and a power-of-two divisor
+    case 4: // weights beyond 16 bits (sums beyond 32 on 16-bit samples), a power-of-two divisor
         for (auto& k : c.IntKernel)
-            k = uniform(-(1 << 20), 1 << 20);
+            k = uniform(-(1 << 17), 1 << 17);
         c.Divisor = 1 << 12;
         break;
     default: // one weight: picks (and scales) one pixel, no division

@@ -1,0 +1,406 @@
+// SPDX-License-Identifier: MIT
+// Integer convolution, vector kernels: compiled once per level (see CMakeLists.txt).
+#include "framework/primitives/families/FilterKernel.h"
+
+#include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/FXRound.h"
+#include "framework/primitives/simd/FXVec.h"
+#include "framework/primitives/simd/FXVecDivide.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+// One engine serves the general kernel and the fixed ones: the kernel becomes a list of taps
+// (non-zero weights with the source sample each reads), and every output vector sums its taps.
+// Rows are one sequence of samples, C1, C3 and AC4 alike (the neighbour dx columns away of
+// sample i is sample i + dx * channels). Three ways to sum, the first that fits:
+// - bytes: 8-bit samples and weights whose sums stay within 16 bits; taps go by pairs through
+//   the byte multiply-add (two taps per instruction, 16-bit sums that may wrap on the way:
+//   only the final sum must fit);
+// - words: weights within 16 bits and sums within 32; taps by pairs through the 16-bit
+//   multiply-add (16-bit samples offset by -32768 to fit, the offset added back at once);
+// - wide: any weights with sums within 32 bits, one 32-bit multiply per tap.
+// Other kernels run the reference. AC4 rows are computed whole into a scratch row, then copied
+// with the destination's alpha bytes kept.
+
+namespace framix::prim::FX_SIMD_NS {
+namespace {
+
+struct TTap {
+    int Row;               // source row, relative to the output row
+    std::ptrdiff_t Offset; // source sample, relative to the output sample
+    Ipp32s Weight;
+};
+
+// The kernel as taps. A negative divisor moves its sign onto the weights (the quotient is the
+// same); Highest and Lowest bound the sums.
+struct TPlan {
+    std::unique_ptr<TTap[]> Taps;
+    int Count = 0;
+    int Divisor = 1;
+    std::int64_t Highest = 0;
+    std::int64_t Lowest = 0;
+    std::int64_t WeightSum = 0;
+};
+
+// False when a sum could overflow even 64-bit bounds (the reference handles such kernels).
+template <class T>
+bool MakePlan(TPlan& plan, const Ipp32s* pKernel, IppiSize size, IppiPoint anchor, int divisor,
+              int channels)
+{
+    constexpr std::int64_t kBound = std::int64_t(1) << 40;
+    if (divisor == INT_MIN)
+        return false;
+    const Ipp32s sign = divisor < 0 ? -1 : 1;
+    plan.Divisor = divisor * sign;
+    // One spare tap: pairs of taps need an even count.
+    plan.Taps.reset(new TTap[std::size_t(size.width) * size.height + 1]);
+    for (int i = 0; i < size.height; ++i)
+        for (int j = 0; j < size.width; ++j) {
+            const Ipp32s w = pKernel[i * size.width + j];
+            if (w == 0)
+                continue;
+            if (w == INT_MIN)
+                return false;
+            const std::int64_t reach = std::int64_t(w) * sign * kFXSampleMax<T>;
+            (reach > 0 ? plan.Highest : plan.Lowest) += reach;
+            plan.WeightSum += std::int64_t(w) * sign;
+            if (plan.Highest > kBound || plan.Lowest < -kBound)
+                return false;
+            plan.Taps[plan.Count++] = {anchor.y - i, std::ptrdiff_t(anchor.x - j) * channels,
+                                       w * sign};
+        }
+    return true;
+}
+
+// round_half_even(x / d), saturated to 8 bits later, on 16-bit lanes, for 0 <= x <= 32767 and
+// 2 <= d <= 16383; the constants are splatted once.
+struct TDivide16 {
+    enum TKind { PowerOfTwo, MagicOdd, MagicEven, General } Kind;
+    int Shift = 0;
+    VI16 One, D, DMinus1, Reciprocal, Half, HalfMinus1, Cap;
+
+    explicit TDivide16(int d)
+    {
+        while ((2 << Shift) <= d)
+            ++Shift; // floor(log2(d))
+        Kind = (d & (d - 1)) == 0 ? PowerOfTwo
+               : d > 127          ? General
+               : d % 2 != 0       ? MagicOdd
+                                  : MagicEven;
+        One = SplatI16(1);
+        D = SplatI16(d);
+        DMinus1 = SplatI16(d - 1);
+        Half = SplatI16(d / 2);
+        HalfMinus1 = SplatI16(d / 2 - 1);
+        // x at or above 256 d saturates whatever its rounding, so x + d / 2 stays below 2^15.
+        Cap = SplatI16(256 * d);
+        // Magic: ceil(2^(16 + Shift) / d), below 2^16; for z < 2^15,
+        // floor(z * Reciprocal / 2^(16 + Shift)) == floor(z / d) (the error z (m d - 2^(16+s))
+        // stays below 2^(16+s) because d < 2^(s+1)). General: floor(65536 / d).
+        const bool magic = Kind == MagicOdd || Kind == MagicEven;
+        Reciprocal =
+            SplatI16(magic ? int(((std::int64_t(1) << (16 + Shift)) + d - 1) / d) : 65536 / d);
+    }
+
+    VI16 operator()(VI16 x) const
+    {
+        switch (Kind) {
+        case PowerOfTwo: {
+            // (x + half - 1 + the truncated quotient's lowest bit) >> Shift; below 2^16.
+            const VI16 odd = And(ShiftRightU(x, Shift), One);
+            return ShiftRightU(Add(Add(x, HalfMinus1), odd), Shift);
+        }
+        case MagicOdd: // no ties: floor((x + (d - 1) / 2) / d)
+            return ShiftRightU(MulHiU(Add(Min(x, Cap), Half), Reciprocal), Shift);
+        case MagicEven: {
+            // floor((x + d/2) / d) rounds halves up; floor((x + d/2 - 1) / d) is one lower
+            // exactly on a tie, where the even one of the two wins.
+            x = Min(x, Cap);
+            const VI16 up = ShiftRightU(MulHiU(Add(x, Half), Reciprocal), Shift);
+            const VI16 down = ShiftRightU(MulHiU(Add(x, HalfMinus1), Reciprocal), Shift);
+            return Sub(up, And(Sub(up, down), up));
+        }
+        default: {
+            // x * Reciprocal / 2^16 is floor(x / d) or one less; the remainder corrects it,
+            // then decides: up when 2r > d, or 2r == d and q is odd.
+            VI16 q = MulHiU(x, Reciprocal);
+            VI16 r = Sub(x, MulLo(q, D));
+            const VI16 over = CmpGt(r, DMinus1);
+            q = Sub(q, over);
+            r = Sub(r, And(over, D));
+            return Sub(q, CmpGt(Add(Add(r, r), And(q, One)), D));
+        }
+        }
+    }
+};
+
+// A 32-bit sum to a sample value: divided (halves to even) and saturated.
+template <class T> struct TFinish32 {
+    VI32 Zero, Top, Cap, D, TwiceD;
+    VF32 Reciprocal, ReciprocalOfTwice;
+    bool Divide, Small;
+
+    explicit TFinish32(int divisor)
+    {
+        // Sums at or above (max + 1) * d saturate whatever they are, so the clamp keeps
+        // quotients small enough for the exact division.
+        const std::int64_t cap =
+            std::min<std::int64_t>(std::int64_t(kFXSampleMax<T> + 1) * divisor, INT32_MAX);
+        Zero = SplatI32(0);
+        Top = SplatI32(kFXSampleMax<T>);
+        Cap = SplatI32(int(cap));
+        D = SplatI32(divisor);
+        TwiceD = SplatI32(2 * divisor);
+        Reciprocal = SplatF32(1.0f / float(divisor));
+        ReciprocalOfTwice = SplatF32(1.0f / float(2 * divisor));
+        Divide = divisor > 1;
+        Small = 2 * cap + divisor < (std::int64_t(1) << 21);
+    }
+
+    VI32 operator()(VI32 sum) const
+    {
+        if (Divide) {
+            sum = Min(Max(sum, Zero), Cap);
+            sum = Small ? DivRoundHalfEvenSmall(sum, TwiceD, ReciprocalOfTwice, D)
+                        : DivRoundHalfEven(sum, D, Reciprocal);
+        }
+        return Min(Max(sum, Zero), Top);
+    }
+};
+
+// Bytes: V consecutive steps of kLanes<Ipp8u> samples from at, taps (an even count) by pairs;
+// several steps share each tap's address and weights.
+template <int V>
+void BytesSteps(const Ipp8u* const* taps, const VU8* pairs, int count, const TDivide16* divide,
+                Ipp8u* out, int at)
+{
+    const VI16 zero = SplatI16(0);
+    VI16 lo[V], hi[V];
+    for (int v = 0; v < V; ++v)
+        lo[v] = hi[v] = zero;
+    for (int t = 0; t < count; t += 2) {
+        const Ipp8u* p = taps[t] + at;
+        const Ipp8u* q = taps[t + 1] + at;
+        const VU8 w = pairs[t / 2];
+        for (int v = 0; v < V; ++v) {
+            const VU8 a = Load(p + v * kLanes<Ipp8u>);
+            const VU8 b = Load(q + v * kLanes<Ipp8u>);
+            lo[v] = Add(lo[v], MulAddPairs(ZipLo8(a, b), w));
+            hi[v] = Add(hi[v], MulAddPairs(ZipHi8(a, b), w));
+        }
+    }
+    for (int v = 0; v < V; ++v) {
+        if (divide != nullptr) {
+            lo[v] = (*divide)(Max(lo[v], zero));
+            hi[v] = (*divide)(Max(hi[v], zero));
+        }
+        Store(out + at + v * kLanes<Ipp8u>, PackU8(lo[v], hi[v])); // negative sums give 0
+    }
+}
+
+void RowBytes(const Ipp8u* const* taps, const VU8* pairs, int count, const TDivide16* divide,
+              Ipp8u* out, int n)
+{
+    int i = 0;
+    for (; i + 2 * kLanes<Ipp8u> <= n; i += 2 * kLanes<Ipp8u>)
+        BytesSteps<2>(taps, pairs, count, divide, out, i);
+    for (; i < n; i += kLanes<Ipp8u>)
+        BytesSteps<1>(taps, pairs, count, divide, out, FXVectorStart(i, n, kLanes<Ipp8u>));
+}
+
+// Samples as 16-bit lanes: 8-bit ones zero-extended, 16-bit ones offset by -32768.
+inline VI16 LoadWords(const Ipp8u* p)
+{
+    return LoadWiden16(p);
+}
+inline VI16 LoadWords(const Ipp16u* p)
+{
+    return Add(LoadI16(reinterpret_cast<const Ipp16s*>(p)), SplatI16(-32768));
+}
+
+// Words: kLanes16 samples, taps (an even count) by pairs; bias undoes the samples' offset.
+template <class T>
+VI16 WordsStep(const T* const* taps, const VI16* pairs, int count, VI32 bias,
+               const TFinish32<T>& finish, int at)
+{
+    VI32 lo = bias, hi = bias;
+    for (int t = 0; t < count; t += 2) {
+        const VI16 a = LoadWords(taps[t] + at);
+        const VI16 b = LoadWords(taps[t + 1] + at);
+        lo = Add(lo, MulAddPairs(ZipLo16(a, b), pairs[t / 2]));
+        hi = Add(hi, MulAddPairs(ZipHi16(a, b), pairs[t / 2]));
+    }
+    return PackU16(finish(lo), finish(hi));
+}
+
+template <class T>
+void RowWords(const T* const* taps, const VI16* pairs, int count, std::int64_t weightSum,
+              const TFinish32<T>& finish, T* out, int n)
+{
+    // sum(w * s) = sum(w * (s - 32768)) + 32768 * sum(w), modulo 2^32 (the true sum fits).
+    const VI32 bias =
+        SplatI32(sizeof(T) == 1 ? 0 : std::int32_t(std::uint32_t(std::uint64_t(weightSum) << 15)));
+    if constexpr (sizeof(T) == 1) {
+        for (int i = 0; i < n; i += kLanes<Ipp8u>) {
+            const int at = FXVectorStart(i, n, kLanes<Ipp8u>);
+            const VI16 first = WordsStep(taps, pairs, count, bias, finish, at);
+            const VI16 second = WordsStep(taps, pairs, count, bias, finish, at + kLanes16);
+            Store(out + at, NarrowU8(first, second));
+        }
+    } else {
+        for (int i = 0; i < n; i += kLanes16) {
+            const int at = FXVectorStart(i, n, kLanes16);
+            StoreI16(reinterpret_cast<Ipp16s*>(out + at),
+                     WordsStep(taps, pairs, count, bias, finish, at));
+        }
+    }
+}
+
+// Wide: kLanes32 samples per step, one 32-bit multiply per tap.
+template <class T>
+void RowWide(const T* const* taps, const Ipp32s* weights, int count, const TFinish32<T>& finish,
+             T* out, int n)
+{
+    for (int i = 0; i < n; i += kLanes32) {
+        const int at = FXVectorStart(i, n, kLanes32);
+        VI32 sum = SplatI32(0);
+        for (int t = 0; t < count; ++t)
+            sum = Add(sum, MulLo(LoadWiden(taps[t] + at), SplatI32(weights[t])));
+        StoreNarrow(out + at, finish(sum));
+    }
+}
+
+// Copies a computed AC4 row into the destination, keeping the destination's alpha bytes.
+void StoreKeepingAlpha(Ipp8u* dst, const Ipp8u* row, int n)
+{
+    alignas(64) static constexpr Ipp8u kAlpha[64] = {
+        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF,
+        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF,
+        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF};
+    const VU8 alpha = Load(kAlpha);
+    for (int i = 0; i < n; i += kLanes<Ipp8u>) {
+        const int at = FXVectorStart(i, n, kLanes<Ipp8u>); // n and the lanes are whole pixels
+        Store(dst + at, Select(alpha, Load(dst + at), Load(row + at)));
+    }
+}
+
+enum class TEngine { Bytes, Words, Wide };
+
+bool Within(std::int64_t v, std::int64_t lo, std::int64_t hi)
+{
+    return v >= lo && v <= hi;
+}
+
+// The first way to sum that fits the plan (see the top of the file), or false.
+template <class T> bool ChooseEngine(const TPlan& plan, TEngine& engine)
+{
+    const TTap* taps = plan.Taps.get();
+    const auto allWeights = [&](auto fits) {
+        for (int t = 0; t < plan.Count; ++t)
+            if (!fits(t))
+                return false;
+        return true;
+    };
+    // A byte pair's two products must not saturate the 16-bit pair sum.
+    const bool bytePairs = allWeights([&](int t) {
+        const Ipp32s other = (t ^ 1) < plan.Count ? taps[t ^ 1].Weight : 0;
+        return Within(taps[t].Weight, -128, 127) &&
+               std::int64_t(std::abs(taps[t].Weight)) + std::abs(other) <= 128;
+    });
+    const bool words = allWeights([&](int t) { return Within(taps[t].Weight, -32768, 32767); });
+    const bool sums32 = Within(plan.Highest, INT32_MIN, INT32_MAX) &&
+                        Within(plan.Lowest, INT32_MIN, INT32_MAX) && plan.Divisor <= (1 << 29);
+    if (sizeof(T) == 1 && bytePairs && Within(plan.Highest, INT16_MIN, INT16_MAX) &&
+        Within(plan.Lowest, INT16_MIN, INT16_MAX) && plan.Divisor <= 16383)
+        engine = TEngine::Bytes;
+    else if (words && sums32)
+        engine = TEngine::Words;
+    else if (sums32)
+        engine = TEngine::Wide;
+    else
+        return false;
+    return true;
+}
+
+template <class T, TFXLayout L>
+IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roi,
+                   const Ipp32s* pKernel, IppiSize kernelSize, IppiPoint anchor, int divisor)
+{
+    constexpr int kCh = FXChannels(L);
+    constexpr bool kAlpha = L == TFXLayout::AC4;
+    const int n = roi.width * kCh;
+    TPlan plan;
+    TEngine engine;
+    if (!MakePlan<T>(plan, pKernel, kernelSize, anchor, divisor, kCh) ||
+        !ChooseEngine<T>(plan, engine))
+        return kFXDeclined;
+    const int step = kAlpha || sizeof(T) == 1  ? kLanes<Ipp8u>
+                     : engine == TEngine::Wide ? kLanes32
+                                               : kLanes16;
+    if (n < step)
+        return kFXDeclined;
+    // Pairs need an even count: the spare tap repeats the last one with weight 0.
+    const int count = plan.Count + (engine == TEngine::Wide ? 0 : plan.Count % 2);
+    if (count > plan.Count)
+        plan.Taps[plan.Count] = {plan.Taps[0].Row, plan.Taps[0].Offset, 0};
+    std::unique_ptr<const T*[]> taps(new const T*[std::size_t(count) + 1]);
+    std::unique_ptr<Ipp32s[]> weights(new Ipp32s[std::size_t(count) + 1]);
+    for (int t = 0; t < count; ++t)
+        weights[t] = plan.Taps[t].Weight;
+    // The weight pairs as vectors, once per call rather than per step.
+    std::unique_ptr<VU8[]> bytePairs(new VU8[std::size_t(count) / 2 + 1]);
+    std::unique_ptr<VI16[]> wordPairs(new VI16[std::size_t(count) / 2 + 1]);
+    for (int t = 0; t + 1 < count; t += 2) {
+        bytePairs[t / 2] = SplatPair8(weights[t], weights[t + 1]);
+        wordPairs[t / 2] = SplatPair16(weights[t], weights[t + 1]);
+    }
+    std::unique_ptr<T[]> scratch(kAlpha ? new T[std::size_t(n)] : nullptr);
+    std::unique_ptr<TDivide16> divide(
+        engine == TEngine::Bytes && plan.Divisor > 1 ? new TDivide16(plan.Divisor) : nullptr);
+    const TFinish32<T> finish(plan.Divisor);
+    for (int y = 0; y < roi.height; ++y) {
+        for (int t = 0; t < count; ++t)
+            taps[t] = FXRowAt(pSrc, srcStep, y + plan.Taps[t].Row) + plan.Taps[t].Offset;
+        T* row = FXRowAt(pDst, dstStep, y);
+        T* out = kAlpha ? scratch.get() : row;
+        if (engine == TEngine::Wide)
+            RowWide(taps.get(), weights.get(), count, finish, out, n);
+        else if (engine == TEngine::Words)
+            RowWords(taps.get(), wordPairs.get(), count, plan.WeightSum, finish, out, n);
+        else if constexpr (sizeof(T) == 1)
+            RowBytes(taps.get(), bytePairs.get(), count, divide.get(), out, n);
+        if constexpr (kAlpha)
+            StoreKeepingAlpha(row, out, n);
+    }
+    return ippStsNoErr;
+}
+
+template <class T, TFXLayout L>
+IppStatus FilterKernel32s(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
+                          const Ipp32s* pKernel, IppiSize kernelSize, IppiPoint anchor, int divisor)
+{
+    return Convolve<T, L>(pSrc, srcStep, pDst, dstStep, dstRoiSize, pKernel, kernelSize, anchor,
+                          divisor);
+}
+
+template <class T, TFXLayout L>
+IppStatus ApplyFixed(const TFXFixedKernel& kernel, const T* pSrc, int srcStep, T* pDst, int dstStep,
+                     IppiSize roiSize)
+{
+    const int centre = kernel.Size / 2;
+    return Convolve<T, L>(pSrc, srcStep, pDst, dstStep, roiSize, kernel.Published.data(),
+                          {kernel.Size, kernel.Size}, {centre, centre}, kernel.Divisor);
+}
+
+FX_DEFINE_FIXED_KERNEL_OPS
+
+} // namespace
+
+FX_KERNEL_TABLE(FilterKernel, FX_FILTER_KERNEL_PRIMITIVES)
+
+} // namespace framix::prim::FX_SIMD_NS
