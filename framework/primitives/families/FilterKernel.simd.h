@@ -13,14 +13,17 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 // One engine serves the general kernel and the fixed ones: the kernel becomes a list of taps
 // (non-zero weights with the source sample each reads), and every output vector sums its taps.
 // Rows are one sequence of samples, C1, C3 and AC4 alike (the neighbour dx columns away of
-// sample i is sample i + dx * channels). Three ways to sum, the first that fits:
-// - bytes: 8-bit samples and weights whose sums stay within 16 bits; taps go by pairs through
-//   the byte multiply-add (two taps per instruction, 16-bit sums that may wrap on the way:
-//   only the final sum must fit);
+// sample i is sample i + dx * channels). Four ways to sum, the first that fits:
+// - bytes: 8-bit samples, byte weights and sums within 16 bits; taps go by pairs through the
+//   byte multiply-add (two taps per instruction, 16-bit sums that may wrap on the way: only the
+//   final sum must fit);
+// - wide bytes: the same with sums within 32 bits: the pairs form groups whose sums fit 16
+//   bits, and each group's sum is widened and added in 32 bits;
 // - words: weights within 16 bits and sums within 32; taps by pairs through the 16-bit
 //   multiply-add (16-bit samples offset by -32768 to fit, the offset added back at once);
 // - wide: any weights with sums within 32 bits, one 32-bit multiply per tap.
@@ -57,8 +60,7 @@ bool MakePlan(TPlan& plan, const Ipp32s* pKernel, IppiSize size, IppiPoint ancho
         return false;
     const Ipp32s sign = divisor < 0 ? -1 : 1;
     plan.Divisor = divisor * sign;
-    // One spare tap: pairs of taps need an even count.
-    plan.Taps.reset(new TTap[std::size_t(size.width) * size.height + 1]);
+    plan.Taps.reset(new TTap[std::size_t(size.width) * size.height]);
     for (int i = 0; i < size.height; ++i)
         for (int j = 0; j < size.width; ++j) {
             const Ipp32s w = pKernel[i * size.width + j];
@@ -289,36 +291,143 @@ void StoreKeepingAlpha(Ipp8u* dst, const Ipp8u* row, int n)
     }
 }
 
-enum class TEngine { Bytes, Words, Wide };
+// Wide bytes: pairs [First, First + Count) sum within 16 bits, zero-extended (Unsigned: no
+// negative weight) or sign-extended to 32.
+struct TGroup {
+    int First;
+    int Count;
+    bool Unsigned;
+};
+
+template <int V>
+void WideBytesSteps(const Ipp8u* const* taps, const VU8* pairs, const TGroup* groups,
+                    int groupCount, const TFinish32<Ipp8u>& finish, Ipp8u* out, int at)
+{
+    const VI16 zero16 = SplatI16(0);
+    VI32 acc[V][4];
+    for (int v = 0; v < V; ++v)
+        for (VI32& a : acc[v])
+            a = SplatI32(0);
+    for (int g = 0; g < groupCount; ++g) {
+        VI16 lo[V], hi[V];
+        for (int v = 0; v < V; ++v)
+            lo[v] = hi[v] = zero16;
+        for (int p = groups[g].First; p < groups[g].First + groups[g].Count; ++p) {
+            const Ipp8u* a = taps[2 * p] + at;
+            const Ipp8u* b = taps[2 * p + 1] + at;
+            for (int v = 0; v < V; ++v) {
+                const VU8 x = Load(a + v * kLanes<Ipp8u>);
+                const VU8 y = Load(b + v * kLanes<Ipp8u>);
+                lo[v] = Add(lo[v], MulAddPairs(ZipLo8(x, y), pairs[p]));
+                hi[v] = Add(hi[v], MulAddPairs(ZipHi8(x, y), pairs[p]));
+            }
+        }
+        for (int v = 0; v < V; ++v) {
+            const VI16 loExt = groups[g].Unsigned ? zero16 : CmpGt(zero16, lo[v]);
+            const VI16 hiExt = groups[g].Unsigned ? zero16 : CmpGt(zero16, hi[v]);
+            acc[v][0] = Add(acc[v][0], AsI32(ZipLo16(lo[v], loExt)));
+            acc[v][1] = Add(acc[v][1], AsI32(ZipHi16(lo[v], loExt)));
+            acc[v][2] = Add(acc[v][2], AsI32(ZipLo16(hi[v], hiExt)));
+            acc[v][3] = Add(acc[v][3], AsI32(ZipHi16(hi[v], hiExt)));
+        }
+    }
+    for (int v = 0; v < V; ++v) {
+        const VI16 lo = PackU16(finish(acc[v][0]), finish(acc[v][1]));
+        const VI16 hi = PackU16(finish(acc[v][2]), finish(acc[v][3]));
+        Store(out + at + v * kLanes<Ipp8u>, PackU8(lo, hi));
+    }
+}
+
+void RowWideBytes(const Ipp8u* const* taps, const VU8* pairs, const TGroup* groups, int groupCount,
+                  const TFinish32<Ipp8u>& finish, Ipp8u* out, int n)
+{
+    int i = 0;
+    for (; i + 2 * kLanes<Ipp8u> <= n; i += 2 * kLanes<Ipp8u>)
+        WideBytesSteps<2>(taps, pairs, groups, groupCount, finish, out, i);
+    for (; i < n; i += kLanes<Ipp8u>)
+        WideBytesSteps<1>(taps, pairs, groups, groupCount, finish, out,
+                          FXVectorStart(i, n, kLanes<Ipp8u>));
+}
+
+enum class TEngine { Bytes, WideBytes, Words, Wide };
 
 bool Within(std::int64_t v, std::int64_t lo, std::int64_t hi)
 {
     return v >= lo && v <= hi;
 }
 
+// Positive and negative weight of a set of taps, as multiples of one sample.
+struct TReach {
+    std::int64_t Up = 0;
+    std::int64_t Down = 0;
+
+    void Add(Ipp32s w) { (w > 0 ? Up : Down) += std::abs(std::int64_t(w)); }
+    // The byte multiply-add's 16-bit pair sums cannot saturate, and a group's sum fits 16
+    // bits, signed, while both stay at or below 128 (255 * 128 < 32768).
+    bool FitsSigned() const { return Up <= 128 && Down <= 128; }
+    // All weights non-negative: unsigned 16 bits hold up to 257 (255 * 257 = 65535).
+    bool FitsUnsigned() const { return Down == 0 && Up <= 257; }
+};
+
+// Orders the taps into pairs for the byte multiply-add (largest weights first, each with the
+// largest partner that keeps the pair from saturating, else with a zero-weight spare), and the
+// pairs into groups that sum within 16 bits.
+void PairForBytes(const TPlan& plan, std::vector<TTap>& paired, std::vector<TGroup>& groups)
+{
+    std::vector<TTap> sorted(plan.Taps.get(), plan.Taps.get() + plan.Count);
+    std::sort(sorted.begin(), sorted.end(),
+              [](const TTap& a, const TTap& b) { return std::abs(a.Weight) > std::abs(b.Weight); });
+    paired.clear();
+    for (int i = 0, j = plan.Count - 1; i <= j; ++i) {
+        TReach pair;
+        pair.Add(sorted[i].Weight);
+        if (j > i) {
+            pair.Add(sorted[j].Weight);
+            if (pair.FitsSigned()) {
+                paired.push_back(sorted[i]);
+                paired.push_back(sorted[j--]);
+                continue;
+            }
+        }
+        paired.push_back(sorted[i]);
+        paired.push_back({sorted[i].Row, sorted[i].Offset, 0});
+    }
+    groups.clear();
+    TReach group;
+    for (int p = 0; 2 * p < int(paired.size()); ++p) {
+        TReach grown = group;
+        grown.Add(paired[2 * p].Weight);
+        grown.Add(paired[2 * p + 1].Weight);
+        if (groups.empty() || !(grown.FitsSigned() || grown.FitsUnsigned())) {
+            groups.push_back({p, 0, true});
+            grown = TReach();
+            grown.Add(paired[2 * p].Weight);
+            grown.Add(paired[2 * p + 1].Weight);
+        }
+        group = grown;
+        groups.back().Count++;
+        groups.back().Unsigned = group.FitsUnsigned();
+    }
+}
+
 // The first way to sum that fits the plan (see the top of the file), or false.
 template <class T> bool ChooseEngine(const TPlan& plan, TEngine& engine)
 {
-    const TTap* taps = plan.Taps.get();
-    const auto allWeights = [&](auto fits) {
+    const auto allWeights = [&](std::int64_t lo, std::int64_t hi) {
         for (int t = 0; t < plan.Count; ++t)
-            if (!fits(t))
+            if (!Within(plan.Taps[t].Weight, lo, hi))
                 return false;
         return true;
     };
-    // A byte pair's two products must not saturate the 16-bit pair sum.
-    const bool bytePairs = allWeights([&](int t) {
-        const Ipp32s other = (t ^ 1) < plan.Count ? taps[t ^ 1].Weight : 0;
-        return Within(taps[t].Weight, -128, 127) &&
-               std::int64_t(std::abs(taps[t].Weight)) + std::abs(other) <= 128;
-    });
-    const bool words = allWeights([&](int t) { return Within(taps[t].Weight, -32768, 32767); });
     const bool sums32 = Within(plan.Highest, INT32_MIN, INT32_MAX) &&
                         Within(plan.Lowest, INT32_MIN, INT32_MAX) && plan.Divisor <= (1 << 29);
-    if (sizeof(T) == 1 && bytePairs && Within(plan.Highest, INT16_MIN, INT16_MAX) &&
+    const bool bytes = sizeof(T) == 1 && allWeights(-128, 127);
+    if (bytes && Within(plan.Highest, INT16_MIN, INT16_MAX) &&
         Within(plan.Lowest, INT16_MIN, INT16_MAX) && plan.Divisor <= 16383)
         engine = TEngine::Bytes;
-    else if (words && sums32)
+    else if (bytes && sums32)
+        engine = TEngine::WideBytes;
+    else if (allWeights(-32768, 32767) && sums32)
         engine = TEngine::Words;
     else if (sums32)
         engine = TEngine::Wide;
@@ -344,14 +453,19 @@ IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
                                                : kLanes16;
     if (n < step)
         return kFXDeclined;
-    // Pairs need an even count: the spare tap repeats the last one with weight 0.
-    const int count = plan.Count + (engine == TEngine::Wide ? 0 : plan.Count % 2);
-    if (count > plan.Count)
-        plan.Taps[plan.Count] = {plan.Taps[0].Row, plan.Taps[0].Offset, 0};
-    std::unique_ptr<const T*[]> taps(new const T*[std::size_t(count) + 1]);
-    std::unique_ptr<Ipp32s[]> weights(new Ipp32s[std::size_t(count) + 1]);
+    // The taps in summing order: by pairs (an even count, a zero-weight spare where needed)
+    // except for the wide way.
+    std::vector<TTap> order(plan.Taps.get(), plan.Taps.get() + plan.Count);
+    std::vector<TGroup> groups;
+    if (engine == TEngine::Bytes || engine == TEngine::WideBytes)
+        PairForBytes(plan, order, groups);
+    else if (engine == TEngine::Words && plan.Count % 2 != 0)
+        order.push_back({order[0].Row, order[0].Offset, 0});
+    const int count = int(order.size());
+    std::vector<const T*> taps(std::size_t(count) + 1);
+    std::vector<Ipp32s> weights(std::size_t(count) + 1);
     for (int t = 0; t < count; ++t)
-        weights[t] = plan.Taps[t].Weight;
+        weights[t] = order[t].Weight;
     // The weight pairs as vectors, once per call rather than per step.
     std::unique_ptr<VU8[]> bytePairs(new VU8[std::size_t(count) / 2 + 1]);
     std::unique_ptr<VI16[]> wordPairs(new VI16[std::size_t(count) / 2 + 1]);
@@ -365,15 +479,20 @@ IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
     const TFinish32<T> finish(plan.Divisor);
     for (int y = 0; y < roi.height; ++y) {
         for (int t = 0; t < count; ++t)
-            taps[t] = FXRowAt(pSrc, srcStep, y + plan.Taps[t].Row) + plan.Taps[t].Offset;
+            taps[t] = FXRowAt(pSrc, srcStep, y + order[t].Row) + order[t].Offset;
         T* row = FXRowAt(pDst, dstStep, y);
         T* out = kAlpha ? scratch.get() : row;
-        if (engine == TEngine::Wide)
-            RowWide(taps.get(), weights.get(), count, finish, out, n);
-        else if (engine == TEngine::Words)
-            RowWords(taps.get(), wordPairs.get(), count, plan.WeightSum, finish, out, n);
-        else if constexpr (sizeof(T) == 1)
-            RowBytes(taps.get(), bytePairs.get(), count, divide.get(), out, n);
+        if (engine == TEngine::Wide) {
+            RowWide(taps.data(), weights.data(), count, finish, out, n);
+        } else if (engine == TEngine::Words) {
+            RowWords(taps.data(), wordPairs.get(), count, plan.WeightSum, finish, out, n);
+        } else if constexpr (sizeof(T) == 1) {
+            if (engine == TEngine::Bytes)
+                RowBytes(taps.data(), bytePairs.get(), count, divide.get(), out, n);
+            else
+                RowWideBytes(taps.data(), bytePairs.get(), groups.data(), int(groups.size()),
+                             finish, out, n);
+        }
         if constexpr (kAlpha)
             StoreKeepingAlpha(row, out, n);
     }

@@ -47,4 +47,10 @@ template <class T> inline constexpr int kLanes = kVecBytes / int(sizeof(T));
 inline constexpr int kLanes32 = kVecBytes / 4;
 inline constexpr int kLanes16 = kVecBytes / 2;
 
+// The same bits as 32-bit lanes (every backend keeps integer lanes in one register type).
+inline VI32 AsI32(VI16 v)
+{
+    return {v.V};
+}
+
 } // namespace framix::prim::FX_SIMD_NS
