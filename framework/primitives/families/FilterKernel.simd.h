@@ -5,6 +5,7 @@
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/simd/FXVec.h"
+#include "framework/primitives/simd/FXVecAlpha.h"
 #include "framework/primitives/simd/FXVecDivide.h"
 
 #include <algorithm>
@@ -274,20 +275,6 @@ void RowWide(const T* const* taps, const Ipp32s* weights, int count, const TFini
         for (int t = 0; t < count; ++t)
             sum = Add(sum, MulLo(LoadWiden(taps[t] + at), SplatI32(weights[t])));
         StoreNarrow(out + at, finish(sum));
-    }
-}
-
-// Copies a computed AC4 row into the destination, keeping the destination's alpha bytes.
-void StoreKeepingAlpha(Ipp8u* dst, const Ipp8u* row, int n)
-{
-    alignas(64) static constexpr Ipp8u kAlpha[64] = {
-        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF,
-        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF,
-        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF};
-    const VU8 alpha = Load(kAlpha);
-    for (int i = 0; i < n; i += kLanes<Ipp8u>) {
-        const int at = FXVectorStart(i, n, kLanes<Ipp8u>); // n and the lanes are whole pixels
-        Store(dst + at, Select(alpha, Load(dst + at), Load(row + at)));
     }
 }
 

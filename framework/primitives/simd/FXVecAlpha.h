@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Writing AC4 rows: a row computed on all four channels goes to the destination with the
+// destination's alpha bytes kept (included after simd/FXVec.h, once per level).
+#pragma once
+
+#include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/simd/FXVec.h"
+
+namespace framix::prim::FX_SIMD_NS {
+
+// Copies n bytes (whole pixels, n >= kLanes<Ipp8u>) of row into dst, except every fourth.
+inline void StoreKeepingAlpha(Ipp8u* dst, const Ipp8u* row, int n)
+{
+    alignas(64) static constexpr Ipp8u kAlpha[64] = {
+        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF,
+        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF,
+        0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF, 0, 0, 0, 0xFF};
+    const VU8 alpha = Load(kAlpha);
+    for (int i = 0; i < n; i += kLanes<Ipp8u>) {
+        const int at = FXVectorStart(i, n, kLanes<Ipp8u>); // n and the lanes are whole pixels
+        Store(dst + at, Select(alpha, Load(dst + at), Load(row + at)));
+    }
+}
+
+} // namespace framix::prim::FX_SIMD_NS
