@@ -28,8 +28,8 @@
 // - words: weights within 16 bits and sums within 32; taps by pairs through the 16-bit
 //   multiply-add (16-bit samples offset by -32768 to fit, the offset added back at once);
 // - wide: any weights with sums within 32 bits, one 32-bit multiply per tap.
-// Other kernels run the reference. AC4 rows are computed whole into a scratch row, then copied
-// with the destination's alpha bytes kept.
+// Other kernels run the reference. AC4 rows are computed on all four channels and stored with
+// the destination's alpha bytes kept (directly by the byte ways, through a scratch row else).
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
@@ -176,9 +176,18 @@ template <class T> struct TFinish32 {
     }
 };
 
+// Stores a vector of results: AC4 rows keep the destination's alpha bytes.
+template <bool KeepAlpha> inline void StoreResult(Ipp8u* p, VU8 v)
+{
+    if constexpr (KeepAlpha)
+        StoreKeepingAlpha(p, v, AlphaMask());
+    else
+        Store(p, v);
+}
+
 // Bytes: V consecutive steps of kLanes<Ipp8u> samples from at, taps (an even count) by pairs;
 // several steps share each tap's address and weights.
-template <int V>
+template <int V, bool KeepAlpha>
 void BytesSteps(const Ipp8u* const* taps, const VU8* pairs, int count, const TDivide16* divide,
                 Ipp8u* out, int at)
 {
@@ -202,18 +211,21 @@ void BytesSteps(const Ipp8u* const* taps, const VU8* pairs, int count, const TDi
             lo[v] = (*divide)(Max(lo[v], zero));
             hi[v] = (*divide)(Max(hi[v], zero));
         }
-        Store(out + at + v * kLanes<Ipp8u>, PackU8(lo[v], hi[v])); // negative sums give 0
+        // negative sums give 0
+        StoreResult<KeepAlpha>(out + at + v * kLanes<Ipp8u>, PackU8(lo[v], hi[v]));
     }
 }
 
+template <bool KeepAlpha>
 void RowBytes(const Ipp8u* const* taps, const VU8* pairs, int count, const TDivide16* divide,
               Ipp8u* out, int n)
 {
     int i = 0;
     for (; i + 2 * kLanes<Ipp8u> <= n; i += 2 * kLanes<Ipp8u>)
-        BytesSteps<2>(taps, pairs, count, divide, out, i);
+        BytesSteps<2, KeepAlpha>(taps, pairs, count, divide, out, i);
     for (; i < n; i += kLanes<Ipp8u>)
-        BytesSteps<1>(taps, pairs, count, divide, out, FXVectorStart(i, n, kLanes<Ipp8u>));
+        BytesSteps<1, KeepAlpha>(taps, pairs, count, divide, out,
+                                 FXVectorStart(i, n, kLanes<Ipp8u>));
 }
 
 // Samples as 16-bit lanes: 8-bit ones zero-extended, 16-bit ones offset by -32768.
@@ -286,7 +298,7 @@ struct TGroup {
     bool Unsigned;
 };
 
-template <int V>
+template <int V, bool KeepAlpha>
 void WideBytesSteps(const Ipp8u* const* taps, const VU8* pairs, const TGroup* groups,
                     int groupCount, const TFinish32<Ipp8u>& finish, Ipp8u* out, int at)
 {
@@ -321,19 +333,20 @@ void WideBytesSteps(const Ipp8u* const* taps, const VU8* pairs, const TGroup* gr
     for (int v = 0; v < V; ++v) {
         const VI16 lo = PackU16(finish(acc[v][0]), finish(acc[v][1]));
         const VI16 hi = PackU16(finish(acc[v][2]), finish(acc[v][3]));
-        Store(out + at + v * kLanes<Ipp8u>, PackU8(lo, hi));
+        StoreResult<KeepAlpha>(out + at + v * kLanes<Ipp8u>, PackU8(lo, hi));
     }
 }
 
+template <bool KeepAlpha>
 void RowWideBytes(const Ipp8u* const* taps, const VU8* pairs, const TGroup* groups, int groupCount,
                   const TFinish32<Ipp8u>& finish, Ipp8u* out, int n)
 {
     int i = 0;
     for (; i + 2 * kLanes<Ipp8u> <= n; i += 2 * kLanes<Ipp8u>)
-        WideBytesSteps<2>(taps, pairs, groups, groupCount, finish, out, i);
+        WideBytesSteps<2, KeepAlpha>(taps, pairs, groups, groupCount, finish, out, i);
     for (; i < n; i += kLanes<Ipp8u>)
-        WideBytesSteps<1>(taps, pairs, groups, groupCount, finish, out,
-                          FXVectorStart(i, n, kLanes<Ipp8u>));
+        WideBytesSteps<1, KeepAlpha>(taps, pairs, groups, groupCount, finish, out,
+                                     FXVectorStart(i, n, kLanes<Ipp8u>));
 }
 
 enum class TEngine { Bytes, WideBytes, Words, Wide };
@@ -460,7 +473,9 @@ IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
         bytePairs[t / 2] = SplatPair8(weights[t], weights[t + 1]);
         wordPairs[t / 2] = SplatPair16(weights[t], weights[t + 1]);
     }
-    std::unique_ptr<T[]> scratch(kAlpha ? new T[std::size_t(n)] : nullptr);
+    // The byte ways store AC4 results keeping alpha themselves; the others use a scratch row.
+    const bool viaScratch = kAlpha && engine != TEngine::Bytes && engine != TEngine::WideBytes;
+    std::unique_ptr<T[]> scratch(viaScratch ? new T[std::size_t(n)] : nullptr);
     std::unique_ptr<TDivide16> divide(
         engine == TEngine::Bytes && plan.Divisor > 1 ? new TDivide16(plan.Divisor) : nullptr);
     const TFinish32<T> finish(plan.Divisor);
@@ -468,20 +483,20 @@ IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
         for (int t = 0; t < count; ++t)
             taps[t] = FXRowAt(pSrc, srcStep, y + order[t].Row) + order[t].Offset;
         T* row = FXRowAt(pDst, dstStep, y);
-        T* out = kAlpha ? scratch.get() : row;
+        T* out = viaScratch ? scratch.get() : row;
         if (engine == TEngine::Wide) {
             RowWide(taps.data(), weights.data(), count, finish, out, n);
         } else if (engine == TEngine::Words) {
             RowWords(taps.data(), wordPairs.get(), count, plan.WeightSum, finish, out, n);
         } else if constexpr (sizeof(T) == 1) {
             if (engine == TEngine::Bytes)
-                RowBytes(taps.data(), bytePairs.get(), count, divide.get(), out, n);
+                RowBytes<kAlpha>(taps.data(), bytePairs.get(), count, divide.get(), out, n);
             else
-                RowWideBytes(taps.data(), bytePairs.get(), groups.data(), int(groups.size()),
-                             finish, out, n);
+                RowWideBytes<kAlpha>(taps.data(), bytePairs.get(), groups.data(),
+                                     int(groups.size()), finish, out, n);
         }
-        if constexpr (kAlpha)
-            StoreKeepingAlpha(row, out, n);
+        if (viaScratch)
+            StoreKeepingAlpha(reinterpret_cast<Ipp8u*>(row), reinterpret_cast<Ipp8u*>(out), n);
     }
     return ippStsNoErr;
 }
