@@ -28,6 +28,8 @@
 // - words: weights within 16 bits and sums within 32; taps by pairs through the 16-bit
 //   multiply-add (16-bit samples offset by -32768 to fit, the offset added back at once);
 // - wide: any weights with sums within 32 bits, one 32-bit multiply per tap.
+// A kernel larger than 3x3 of one weight (but for one cell) with 16-bit sums on 8-bit samples
+// is a box and is summed separably instead (see TBox).
 // Other kernels run the reference. AC4 rows are computed on all four channels and stored with
 // the destination's alpha bytes kept (directly by the byte ways, through a scratch row else).
 
@@ -436,6 +438,94 @@ template <class T> bool ChooseEngine(const TPlan& plan, TEngine& engine)
     return true;
 }
 
+// A box: one weight everywhere, except perhaps one cell (Lowpass and Hipass 5x5, user means). On 8-bit samples with 16-bit sums it is summed separably: column sums
+// over the kernel's rows, then their sums over its columns, times the weight, plus the odd
+// cell's difference. All in wrapping 16-bit arithmetic: only the final sum must fit.
+struct TBox {
+    Ipp32s Weight = 0;
+    Ipp32s Odd = 0;          // the odd cell's weight minus Weight (0: none)
+    TTap OddTap{};           // Offset relative to the output sample
+    int Top = 0;             // the kernel's top row, relative to the output row
+    std::ptrdiff_t Left = 0; // its left column, in samples relative to the output sample
+    int Width = 0, Height = 0;
+};
+
+// True when the kernel (its sign moved as in the plan) is a box of more than 3x3 cells: up to
+// 3x3 the pairs of the byte way are as fast.
+bool FindBox(const Ipp32s* pKernel, IppiSize size, IppiPoint anchor, int divisor, int channels,
+             TBox& box)
+{
+    const int cells = size.width * size.height;
+    if (size.width < 2 || size.height < 2 || cells <= 9)
+        return false;
+    const Ipp32s sign = divisor < 0 ? -1 : 1;
+    // The common weight: the first cell's, unless the next two agree on another.
+    Ipp32s common = pKernel[0];
+    if (pKernel[1] != common && pKernel[2] == pKernel[1])
+        common = pKernel[1];
+    if (common == 0 || common == INT_MIN)
+        return false;
+    int odd = -1;
+    for (int c = 0; c < cells; ++c)
+        if (pKernel[c] != common) {
+            if (odd >= 0 || pKernel[c] == INT_MIN)
+                return false;
+            odd = c;
+        }
+    box.Weight = common * sign;
+    box.Top = anchor.y - (size.height - 1);
+    box.Left = std::ptrdiff_t(anchor.x - (size.width - 1)) * channels;
+    box.Width = size.width;
+    box.Height = size.height;
+    if (odd >= 0) {
+        const int i = odd / size.width, j = odd % size.width;
+        box.Odd = (pKernel[odd] - common) * sign;
+        box.OddTap = {anchor.y - i, std::ptrdiff_t(anchor.x - j) * channels, box.Odd};
+    }
+    return true;
+}
+
+template <bool KeepAlpha>
+void ConvolveBox(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+                 int channels, const TBox& box, const TDivide16* divide)
+{
+    const int n = roi.width * channels;
+    const int e = n + (box.Width - 1) * channels; // column sums the row needs
+    std::unique_ptr<Ipp16s[]> columns(new Ipp16s[std::size_t(e)]);
+    std::unique_ptr<const Ipp8u*[]> rows(new const Ipp8u*[std::size_t(box.Height)]);
+    const VI16 zero = SplatI16(0);
+    const VI16 weight = SplatI16(box.Weight);
+    const VI16 odd = SplatI16(box.Odd);
+    for (int y = 0; y < roi.height; ++y) {
+        for (int r = 0; r < box.Height; ++r)
+            rows[r] = FXRowAt(pSrc, srcStep, y + box.Top + r) + box.Left;
+        for (int i = 0; i < e; i += kLanes16) {
+            const int at = FXVectorStart(i, e, kLanes16);
+            VI16 sum = LoadWiden16(rows[0] + at);
+            for (int r = 1; r < box.Height; ++r)
+                sum = Add(sum, LoadWiden16(rows[r] + at));
+            StoreI16(columns.get() + at, sum);
+        }
+        const Ipp8u* centre = FXRowAt(pSrc, srcStep, y + box.OddTap.Row) + box.OddTap.Offset;
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        for (int i = 0; i < n; i += kLanes<Ipp8u>) {
+            const int at = FXVectorStart(i, n, kLanes<Ipp8u>);
+            VI16 half[2];
+            for (int h = 0; h < 2; ++h) {
+                const Ipp16s* c = columns.get() + at + h * kLanes16;
+                VI16 sum = LoadI16(c);
+                for (int j = 1; j < box.Width; ++j)
+                    sum = Add(sum, LoadI16(c + j * channels));
+                sum = MulLo(sum, weight);
+                if (box.Odd != 0)
+                    sum = Add(sum, MulLo(LoadWiden16(centre + at + h * kLanes16), odd));
+                half[h] = divide != nullptr ? (*divide)(Max(sum, zero)) : sum;
+            }
+            StoreResult<KeepAlpha>(out + at, NarrowU8(half[0], half[1]));
+        }
+    }
+}
+
 template <class T, TFXLayout L>
 IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roi,
                    const Ipp32s* pKernel, IppiSize kernelSize, IppiPoint anchor, int divisor)
@@ -453,6 +543,14 @@ IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
                                                : kLanes16;
     if (n < step)
         return kFXDeclined;
+    TBox box;
+    if constexpr (sizeof(T) == 1)
+        if (engine == TEngine::Bytes && FindBox(pKernel, kernelSize, anchor, divisor, kCh, box)) {
+            const std::unique_ptr<TDivide16> divide(plan.Divisor > 1 ? new TDivide16(plan.Divisor)
+                                                                     : nullptr);
+            ConvolveBox<kAlpha>(pSrc, srcStep, pDst, dstStep, roi, kCh, box, divide.get());
+            return ippStsNoErr;
+        }
     // The taps in summing order: by pairs (an even count, a zero-weight spare where needed)
     // except for the wide way.
     std::vector<TTap> order(plan.Taps.get(), plan.Taps.get() + plan.Count);
