@@ -102,10 +102,20 @@ inline constexpr TFXFixedKernel kFXLowpass5x5{
 
 } // namespace framix::prim
 
-// Defines every fixed filter's Op, in the namespace where it is expanded, as a call of
-// ApplyFixed<T, L>(kernel, pSrc, srcStep, pDst, dstStep, roiSize), which that namespace (the
-// reference or a vector level) provides. The mask-taking filters choose their kernel by the
-// mask code, already checked to be 3x3 or 5x5.
+// Defines every fixed filter's Op, in the namespace where it is expanded (the reference or a
+// vector level), as that namespace's FilterKernel32s<T, L> with the published kernel, centred.
+// The mask-taking filters choose their kernel by the mask code, already checked to be 3x3 or
+// 5x5.
+#define FX_FIXED_KERNEL_APPLY                                                                      \
+    template <class T, TFXLayout L>                                                                \
+    IppStatus ApplyFixed(const TFXFixedKernel& kernel, const T* pSrc, int srcStep, T* pDst,        \
+                         int dstStep, IppiSize roiSize)                                            \
+    {                                                                                              \
+        const int centre = kernel.Size / 2;                                                        \
+        return FilterKernel32s<T, L>(pSrc, srcStep, pDst, dstStep, roiSize,                        \
+                                     kernel.Published.data(), {kernel.Size, kernel.Size},          \
+                                     {centre, centre}, kernel.Divisor);                            \
+    }
 #define FX_FIXED_KERNEL_OP(Op, kernel)                                                             \
     template <class T, TFXLayout L>                                                                \
     IppStatus Op(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)               \
@@ -121,6 +131,7 @@ inline constexpr TFXFixedKernel kFXLowpass5x5{
                                 pDst, dstStep, roiSize);                                           \
     }
 #define FX_DEFINE_FIXED_KERNEL_OPS                                                                 \
+    FX_FIXED_KERNEL_APPLY                                                                          \
     FX_FIXED_KERNEL_OP(FilterPrewittHoriz, kFXPrewittHoriz)                                        \
     FX_FIXED_KERNEL_OP(FilterPrewittVert, kFXPrewittVert)                                          \
     FX_FIXED_KERNEL_OP(FilterSobelHoriz, kFXSobelHoriz)                                            \

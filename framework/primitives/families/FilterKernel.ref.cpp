@@ -56,20 +56,7 @@ IppStatus FilterKernel32s(const T* pSrc, int srcStep, T* pDst, int dstStep, Ippi
     return ippStsNoErr;
 }
 
-namespace {
-
 // A fixed filter is the general kernel with the published matrix, anchored at its centre.
-template <class T, TFXLayout L>
-IppStatus ApplyFixed(const TFXFixedKernel& kernel, const T* pSrc, int srcStep, T* pDst, int dstStep,
-                     IppiSize roiSize)
-{
-    const int centre = kernel.Size / 2;
-    return FilterKernel32s<T, L>(pSrc, srcStep, pDst, dstStep, roiSize, kernel.Published.data(),
-                                 {kernel.Size, kernel.Size}, {centre, centre}, kernel.Divisor);
-}
-
-} // namespace
-
 FX_DEFINE_FIXED_KERNEL_OPS
 
 FX_KERNEL_TABLE(FilterKernel, FX_FILTER_KERNEL_PRIMITIVES)

@@ -607,15 +607,6 @@ IppStatus FilterKernel32s(const T* pSrc, int srcStep, T* pDst, int dstStep, Ippi
                           divisor);
 }
 
-template <class T, TFXLayout L>
-IppStatus ApplyFixed(const TFXFixedKernel& kernel, const T* pSrc, int srcStep, T* pDst, int dstStep,
-                     IppiSize roiSize)
-{
-    const int centre = kernel.Size / 2;
-    return Convolve<T, L>(pSrc, srcStep, pDst, dstStep, roiSize, kernel.Published.data(),
-                          {kernel.Size, kernel.Size}, {centre, centre}, kernel.Divisor);
-}
-
 FX_DEFINE_FIXED_KERNEL_OPS
 
 } // namespace

@@ -254,28 +254,28 @@ private:
 
     static const prim::TFXFixedKernel& FixedKernel(const std::string& op, int code)
     {
-        const bool five = code == 55;
-        if (op == "ippiFilterPrewittHoriz")
-            return prim::kFXPrewittHoriz;
-        if (op == "ippiFilterPrewittVert")
-            return prim::kFXPrewittVert;
-        if (op == "ippiFilterSobelHoriz")
-            return prim::kFXSobelHoriz;
-        if (op == "ippiFilterSobelVert")
-            return prim::kFXSobelVert;
-        if (op == "ippiFilterRobertsDown")
-            return prim::kFXRobertsDown;
-        if (op == "ippiFilterRobertsUp")
-            return prim::kFXRobertsUp;
-        if (op == "ippiFilterSharpen")
-            return prim::kFXSharpen;
-        if (op == "ippiFilterLaplace")
-            return five ? prim::kFXLaplace5x5 : prim::kFXLaplace3x3;
-        if (op == "ippiFilterGauss")
-            return five ? prim::kFXGauss5x5 : prim::kFXGauss3x3;
-        if (op == "ippiFilterHipass")
-            return five ? prim::kFXHipass5x5 : prim::kFXHipass3x3;
-        return five ? prim::kFXLowpass5x5 : prim::kFXLowpass3x3;
+        using namespace prim;
+        static const struct {
+            const char* Op;
+            const TFXFixedKernel* Kernel3x3;
+            const TFXFixedKernel* Kernel5x5;
+        } kKernels[] = {
+            {"ippiFilterPrewittHoriz", &kFXPrewittHoriz, &kFXPrewittHoriz},
+            {"ippiFilterPrewittVert", &kFXPrewittVert, &kFXPrewittVert},
+            {"ippiFilterSobelHoriz", &kFXSobelHoriz, &kFXSobelHoriz},
+            {"ippiFilterSobelVert", &kFXSobelVert, &kFXSobelVert},
+            {"ippiFilterRobertsDown", &kFXRobertsDown, &kFXRobertsDown},
+            {"ippiFilterRobertsUp", &kFXRobertsUp, &kFXRobertsUp},
+            {"ippiFilterSharpen", &kFXSharpen, &kFXSharpen},
+            {"ippiFilterLaplace", &kFXLaplace3x3, &kFXLaplace5x5},
+            {"ippiFilterGauss", &kFXGauss3x3, &kFXGauss5x5},
+            {"ippiFilterHipass", &kFXHipass3x3, &kFXHipass5x5},
+            {"ippiFilterLowpass", &kFXLowpass3x3, &kFXLowpass5x5},
+        };
+        for (const auto& k : kKernels)
+            if (op == k.Op)
+                return code == 55 ? *k.Kernel5x5 : *k.Kernel3x3;
+        return kFXLowpass3x3;
     }
 
     int RunKernelFamily(const Ipp8u* zeros)
