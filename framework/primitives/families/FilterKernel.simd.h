@@ -149,8 +149,10 @@ template <class T> struct TFinish32 {
     VI32 Zero, Top, Cap, D, TwiceD;
     VF32 Reciprocal, ReciprocalOfTwice;
     bool Divide, Small;
+    bool Negative, Large; // whether sums can be negative, or saturate
 
-    explicit TFinish32(int divisor)
+    // lowest and highest bound the sums (they decide which clamps can act).
+    TFinish32(int divisor, std::int64_t lowest, std::int64_t highest)
     {
         // Sums at or above (max + 1) * d saturate whatever they are, so the clamp keeps
         // quotients small enough for the exact division.
@@ -165,16 +167,22 @@ template <class T> struct TFinish32 {
         ReciprocalOfTwice = SplatF32(1.0f / float(2 * divisor));
         Divide = divisor > 1;
         Small = 2 * cap + divisor < (std::int64_t(1) << 21);
+        Negative = lowest < 0;
+        // Below (max + 1/2) * d every quotient rounds to at most max.
+        Large = 2 * highest >= (2 * std::int64_t(kFXSampleMax<T>) + 1) * divisor;
     }
 
     VI32 operator()(VI32 sum) const
     {
+        if (Negative)
+            sum = Max(sum, Zero);
         if (Divide) {
-            sum = Min(Max(sum, Zero), Cap);
+            if (Large)
+                sum = Min(sum, Cap);
             sum = Small ? DivRoundHalfEvenSmall(sum, TwiceD, ReciprocalOfTwice, D)
                         : DivRoundHalfEven(sum, D, Reciprocal);
         }
-        return Min(Max(sum, Zero), Top);
+        return Large ? Min(sum, Top) : sum;
     }
 };
 
@@ -576,7 +584,7 @@ IppStatus Convolve(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
     std::unique_ptr<T[]> scratch(viaScratch ? new T[std::size_t(n)] : nullptr);
     std::unique_ptr<TDivide16> divide(
         engine == TEngine::Bytes && plan.Divisor > 1 ? new TDivide16(plan.Divisor) : nullptr);
-    const TFinish32<T> finish(plan.Divisor);
+    const TFinish32<T> finish(plan.Divisor, plan.Lowest, plan.Highest);
     for (int y = 0; y < roi.height; ++y) {
         for (int t = 0; t < count; ++t)
             taps[t] = FXRowAt(pSrc, srcStep, y + order[t].Row) + order[t].Offset;
