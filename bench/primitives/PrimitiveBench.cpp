@@ -27,12 +27,37 @@ struct TFXBenchParams {
     IppiPoint Anchor{0, 0};
     std::vector<Ipp32f> Kernel;
     int KernelAnchor = 0;
+    std::vector<Ipp32s> IntKernel;
+    int Divisor = 1;
+    IppiMaskSize MaskCode = ippMskSize3x3;
 };
+
+// A k x k integer kernel of small mixed weights over 7 (16-bit sums for 8-bit samples).
+TFXBenchParams IntKernelParams(int k)
+{
+    TFXBenchParams p;
+    p.Label = "kernel:" + std::to_string(k) + "x" + std::to_string(k) + "/7";
+    p.Mask = {k, k};
+    p.Anchor = {k / 2, k / 2};
+    for (int i = 0; i < k * k; ++i)
+        p.IntKernel.push_back((i * 7) % 5 - 2);
+    p.Divisor = 7;
+    return p;
+}
 
 std::vector<TFXBenchParams> ParamsFor(TFXShape shape)
 {
     if (shape == TFXShape::MaskFilter)
         return {{"mask:3x3", {3, 3}, {1, 1}, {}, 0}, {"mask:5x5", {5, 5}, {2, 2}, {}, 0}};
+    if (shape == TFXShape::KernelFilter)
+        return {IntKernelParams(3), IntKernelParams(5)};
+    if (shape == TFXShape::FixedFilter)
+        return {{"fixed:3x3"}};
+    if (shape == TFXShape::FixedMaskFilter) {
+        TFXBenchParams p3{"mask:3x3"}, p5{"mask:5x5"};
+        p5.MaskCode = ippMskSize5x5;
+        return {p3, p5};
+    }
     return {{"kernel:5", {1, 1}, {0, 0}, {0.0625f, 0.25f, 0.375f, 0.25f, 0.0625f}, 2}};
 }
 
@@ -49,6 +74,10 @@ public:
         FArgs.KernelAnchor = params.KernelAnchor;
         FKernel = params.Kernel;
         FArgs.Kernel = FKernel.data();
+        FIntKernel = params.IntKernel;
+        FArgs.IntKernel = FIntKernel.data();
+        FArgs.Divisor = params.Divisor;
+        FArgs.MaskCode = params.MaskCode;
         const prim::TFXMargins m = prim::FXShapeMargins(p.Shape, FArgs);
         const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
         const int srcRow = (kFrame.width + m.Left + m.Right) * pixelBytes;
@@ -78,6 +107,7 @@ private:
     };
     prim::TFXShapeArgs FArgs;
     std::vector<Ipp32f> FKernel;
+    std::vector<Ipp32s> FIntKernel;
     std::unique_ptr<Ipp8u, TFree> FSrc, FDst;
     double FBytes = 0;
 };
@@ -110,7 +140,7 @@ void RunLevel(benchmark::State& state, const TFXPrimitiveInfo* p, TFXSimdLevel l
 void RunIpp(benchmark::State& state, const TFXPrimitiveInfo* p, TFXBenchParams params)
 {
     const TFXBenchImages images(*p, params);
-    test::TFXIppOracle ipp(*p, images.Args());
+    test::TFXIppOracle ipp(*p, images.Args(), test::TFXIppPurpose::Timing);
     if (!ipp.Ready() || ipp.Run() != 0) {
         state.SkipWithError("IPP refused the arguments");
         return;

@@ -94,4 +94,50 @@ inline constexpr auto FXCheckRowFilter = &FXCheckKernel1D<T, L, true>;
 template <class T, TFXLayout L>
 inline constexpr auto FXCheckColumnFilter = &FXCheckKernel1D<T, L, false>;
 
+// General integer kernel: null pointers (the kernel too), sizes (ROI, then kernel), steps, the
+// divisor, then the anchor.
+template <class T, TFXLayout L>
+IppStatus FXCheckKernelFilter(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
+                              const Ipp32s* pKernel, IppiSize kernelSize, IppiPoint anchor,
+                              int divisor)
+{
+    if (pSrc == nullptr || pDst == nullptr || pKernel == nullptr)
+        return ippStsNullPtrErr;
+    if (FXNonPositive(dstRoiSize) || FXNonPositive(kernelSize))
+        return ippStsSizeErr;
+    const long long row = FXRowBytes(dstRoiSize.width, FXChannels(L), sizeof(T));
+    if (IppStatus s = FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, dstRoiSize);
+        s != ippStsNoErr)
+        return s;
+    if (divisor == 0)
+        return ippStsDivisorErr;
+    // As for the row and column filters: an anchor outside the kernel would move every read
+    // outside the neighbourhood the caller reserved, so we reject it.
+    if (anchor.x < 0 || anchor.x >= kernelSize.width || anchor.y < 0 ||
+        anchor.y >= kernelSize.height)
+        return ippStsAnchorErr;
+    return ippStsNoErr;
+}
+
+// Fixed 3x3 kernels: only the images to check.
+template <class T, TFXLayout L>
+IppStatus FXCheckFixedFilter(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+{
+    const long long row = FXRowBytes(roiSize.width, FXChannels(L), sizeof(T));
+    return FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize);
+}
+
+// Fixed kernels chosen by mask code: 3x3 or 5x5, anything else is a mask size error.
+template <class T, TFXLayout L>
+IppStatus FXCheckFixedMaskFilter(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                                 IppiMaskSize mask)
+{
+    if (IppStatus s = FXCheckFixedFilter<T, L>(pSrc, srcStep, pDst, dstStep, roiSize);
+        s != ippStsNoErr)
+        return s;
+    if (mask != ippMskSize3x3 && mask != ippMskSize5x5)
+        return ippStsMaskSizeErr;
+    return ippStsNoErr;
+}
+
 } // namespace framix::prim

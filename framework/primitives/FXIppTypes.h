@@ -81,6 +81,17 @@ inline constexpr IppStatus ippStsRoundModeNotSupportedErr = -213;
 inline constexpr IppStatus ippStsBorderErr = -225;
 inline constexpr IppStatus ippStsNotSupportedModeErr = -9999;
 
+// Fixed-mask codes: the mask's two sides as decimal digits (33: 3x3). A fixed underlying type, so
+// any integer a caller passes is a valid value to test.
+enum IppiMaskSize : int {
+    ippMskSize1x3 = 13,
+    ippMskSize1x5 = 15,
+    ippMskSize3x1 = 31,
+    ippMskSize3x3 = 33,
+    ippMskSize5x1 = 51,
+    ippMskSize5x5 = 55,
+};
+
 inline constexpr int IPP_MAX_8U = 0xFF;
 inline constexpr int IPP_MAX_16U = 0xFFFF;
 

@@ -14,6 +14,13 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
     T* dst = static_cast<T*>(a.Dst);
     if constexpr (S == TFXShape::MaskFilter)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Mask, a.Anchor);
+    else if constexpr (S == TFXShape::KernelFilter)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.IntKernel, a.Mask, a.Anchor,
+                     a.Divisor);
+    else if constexpr (S == TFXShape::FixedFilter)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::FixedMaskFilter)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.MaskCode);
     else
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Kernel, a.KernelSize, a.KernelAnchor);
 }
@@ -49,7 +56,9 @@ std::string_view FXSampleName(TFXSample sample)
 
 std::string_view FXShapeName(TFXShape shape)
 {
-    constexpr std::array<std::string_view, 3> kNames = {"MaskFilter", "RowFilter", "ColumnFilter"};
+    constexpr std::array<std::string_view, 6> kNames = {"MaskFilter",   "RowFilter",
+                                                        "ColumnFilter", "KernelFilter",
+                                                        "FixedFilter",  "FixedMaskFilter"};
     return kNames[static_cast<int>(shape)];
 }
 
@@ -63,6 +72,15 @@ TFXMargins FXShapeMargins(TFXShape shape, const TFXShapeArgs& a)
         return {a.KernelSize - 1 - a.KernelAnchor, 0, a.KernelAnchor, 0};
     case TFXShape::ColumnFilter:
         return {0, a.KernelSize - 1 - a.KernelAnchor, 0, a.KernelAnchor};
+    case TFXShape::KernelFilter: // inverse order too: the anchor counts from the bottom-right
+        return {a.Mask.width - 1 - a.Anchor.x, a.Mask.height - 1 - a.Anchor.y, a.Anchor.x,
+                a.Anchor.y};
+    case TFXShape::FixedFilter:
+        return {1, 1, 1, 1};
+    case TFXShape::FixedMaskFilter: {
+        const int r = a.MaskCode == ippMskSize5x5 ? 2 : a.MaskCode == ippMskSize3x3 ? 1 : 0;
+        return {r, r, r, r};
+    }
     }
     return {};
 }
@@ -76,6 +94,12 @@ IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXSh
         return CallShape<TFXShape::RowFilter>(sample, fn, args);
     case TFXShape::ColumnFilter:
         return CallShape<TFXShape::ColumnFilter>(sample, fn, args);
+    case TFXShape::KernelFilter:
+        return CallShape<TFXShape::KernelFilter>(sample, fn, args);
+    case TFXShape::FixedFilter:
+        return CallShape<TFXShape::FixedFilter>(sample, fn, args);
+    case TFXShape::FixedMaskFilter:
+        return CallShape<TFXShape::FixedMaskFilter>(sample, fn, args);
     }
     return ippStsBadArgErr;
 }

@@ -49,6 +49,12 @@ enum class TFXShape : std::uint8_t {
     RowFilter,
     // (pSrc, srcStep, pDst, dstStep, dstRoiSize, pKernel, kernelSize, yAnchor)
     ColumnFilter,
+    // (pSrc, srcStep, pDst, dstStep, dstRoiSize, pKernel (Ipp32s), kernelSize, anchor, divisor)
+    KernelFilter,
+    // (pSrc, srcStep, pDst, dstStep, roiSize): a fixed 3x3 kernel
+    FixedFilter,
+    // (pSrc, srcStep, pDst, dstStep, roiSize, mask): a fixed kernel chosen by its mask code
+    FixedMaskFilter,
 };
 
 std::string_view FXShapeName(TFXShape shape);
@@ -70,6 +76,20 @@ template <class T> struct TFXShapeSignature<TFXShape::ColumnFilter, T> {
                          const Ipp32f* pKernel, int kernelSize, int yAnchor);
 };
 
+template <class T> struct TFXShapeSignature<TFXShape::KernelFilter, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
+                         const Ipp32s* pKernel, IppiSize kernelSize, IppiPoint anchor, int divisor);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::FixedFilter, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::FixedMaskFilter, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                         IppiMaskSize mask);
+};
+
 // The exact function type of a primitive of shape S on samples T (IPP's argument list).
 template <TFXShape S, class T> using FXShapeFn = typename TFXShapeSignature<S, T>::Fn;
 
@@ -88,11 +108,14 @@ struct TFXShapeArgs {
     void* Dst = nullptr;
     int DstStep = 0;
     IppiSize Roi{0, 0};
-    IppiSize Mask{0, 0};            // MaskFilter
-    IppiPoint Anchor{0, 0};         // MaskFilter
+    IppiSize Mask{0, 0};            // MaskFilter; KernelFilter: kernelSize
+    IppiPoint Anchor{0, 0};         // MaskFilter, KernelFilter
     const Ipp32f* Kernel = nullptr; // RowFilter, ColumnFilter
     int KernelSize = 0;
     int KernelAnchor = 0;
+    const Ipp32s* IntKernel = nullptr; // KernelFilter
+    int Divisor = 1;
+    IppiMaskSize MaskCode = ippMskSize3x3; // FixedMaskFilter
 };
 
 // How many pixels a primitive reads beyond each edge of its ROI (legacy neighbourhood

@@ -30,6 +30,7 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     long differing = 0, samples = 0;
     int worst = 0;
     std::string first;
+    bool approximate = false;
     for (const TFXCase& c : FXCasesFor(p)) {
         if (p.Shape == TFXShape::MaskFilter && p.Name.find("Median") != std::string_view::npos &&
             (c.Mask.width % 2 == 0 || c.Mask.height % 2 == 0))
@@ -39,9 +40,12 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
         ASSERT_EQ(ours.Status, ippStsNoErr) << c.Describe();
         std::vector<Ipp8u> theirs = images.Fresh();
         TFXIppOracle ipp(p, images.Args(theirs.data()));
+        if (ipp.CaseSkipped())
+            continue;
         if (!ipp.Ready())
             GTEST_SKIP() << "the installed IPP has no replacement for " << p.Name;
         ASSERT_EQ(ipp.Run(), 0) << "IPP failed on " << c.Describe();
+        approximate = approximate || ipp.Approximate();
         ++compared;
         const int sampleBytes = prim::FXSampleBytes(p.Sample);
         for (int y = 0; y < c.Roi.height; ++y)
@@ -64,13 +68,16 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
                 }
     }
     EXPECT_GT(compared, 0);
-    if (p.Shape == TFXShape::MaskFilter) {
+    if (p.Shape != TFXShape::RowFilter && p.Shape != TFXShape::ColumnFilter && !approximate) {
         EXPECT_EQ(differing, 0) << differing << " of " << samples << " samples differ; first at "
                                 << first;
         return;
     }
     // The float filters: IPP's replacement sums in an order of its own, so a sum within a few
     // float steps of a half can round the other way. Dyadic kernels agree exactly.
+    // IPP's 16-bit ippiFilterBorder divides through an approximate reciprocal even in its
+    // accurate mode: quotients within about 0.003 of a half (exact halves too) round either way
+    // (37487.497 -> 37488, 1039.5 -> 1039 but 446.5 -> 447), while its 8-bit paths are exact.
     EXPECT_LE(worst, 1) << first;
     EXPECT_LE(differing * 100, samples)
         << differing << " of " << samples << " samples differ; first at " << first;

@@ -27,6 +27,8 @@ protected:
         c.Anchor = {1, 1};
         c.Kernel = {0.25f, 0.5f, 0.25f};
         c.KernelAnchor = 1;
+        c.IntKernel.assign(9, 1);
+        c.Divisor = 9;
         const TFXCaseImages images(p, c);
         std::vector<Ipp8u> dst = images.Fresh();
         TFXShapeArgs args = images.Args(dst.data());
@@ -41,6 +43,8 @@ protected:
         return s;
     }
     bool IsMask() const { return GetParam()->Shape == TFXShape::MaskFilter; }
+    bool Is(TFXShape shape) const { return GetParam()->Shape == shape; }
+    bool IsOneDimensional() const { return Is(TFXShape::RowFilter) || Is(TFXShape::ColumnFilter); }
     bool IsMedian() const { return GetParam()->Name.find("Median") != std::string_view::npos; }
 };
 
@@ -50,8 +54,10 @@ TEST_P(PrimitiveStatus, NullPointersComeFirst)
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr; }), ippStsNullPtrErr);
     // even when the size is bad too
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr, a.Roi = {0, 0}; }), ippStsNullPtrErr);
-    if (!IsMask())
+    if (IsOneDimensional())
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Kernel = nullptr; }), ippStsNullPtrErr);
+    if (Is(TFXShape::KernelFilter))
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.IntKernel = nullptr; }), ippStsNullPtrErr);
 }
 
 TEST_P(PrimitiveStatus, NonPositiveRoiIsASizeError)
@@ -84,10 +90,25 @@ TEST_P(PrimitiveStatus, BadMasksAndAnchorsAreRejected)
                       a.Mask = {2, 3}, a.Anchor = {0, 1};
                   }),
                   IsMedian() ? ippStsMaskSizeErr : ippStsNoErr);
-    } else {
+    } else if (IsOneDimensional()) {
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.KernelSize = 0; }), ippStsSizeErr);
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.KernelAnchor = 3; }), ippStsAnchorErr);
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.KernelAnchor = -1; }), ippStsAnchorErr);
+    } else if (Is(TFXShape::KernelFilter)) {
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Mask = {3, 0}; }), ippStsSizeErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Divisor = 0; }), ippStsDivisorErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Anchor = {3, 1}; }), ippStsAnchorErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Anchor = {1, -1}; }), ippStsAnchorErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) {
+                      a.Divisor = 0, a.Anchor = {5, 5};
+                  }),
+                  ippStsDivisorErr)
+            << "the divisor is checked before the anchor";
+    } else if (Is(TFXShape::FixedMaskFilter)) {
+        for (int code : {0, 13, 31, 34, 51, 53, 56})
+            EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.MaskCode = IppiMaskSize(code); }),
+                      ippStsMaskSizeErr)
+                << code;
     }
 }
 

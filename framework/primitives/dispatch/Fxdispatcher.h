@@ -6,9 +6,14 @@
 #include "framework/primitives/dispatch/FXDispatcherModule.h"
 #include "framework/primitives/dispatch/FXIppPointers.h"
 #include "framework/primitives/families/FilterBox.h"
+#include "framework/primitives/families/FilterFixedMedian.h"
+#include "framework/primitives/families/FilterKernel.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
-#define FX_FXDISPATCHER_VARIABLES(V) FX_FILTER_BOX_PRIMITIVES(V)
+#define FX_FXDISPATCHER_VARIABLES(V)                                                               \
+    FX_FILTER_BOX_PRIMITIVES(V)                                                                    \
+    FX_FILTER_KERNEL_PRIMITIVES(V)                                                                 \
+    FX_FILTER_FIXED_MEDIAN_PRIMITIVES(V)
 
 namespace framix::ipp {
 FX_FXDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

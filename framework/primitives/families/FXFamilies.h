@@ -4,9 +4,13 @@
 #pragma once
 
 #include "framework/primitives/families/FilterBox.h"
+#include "framework/primitives/families/FilterFixedMedian.h"
+#include "framework/primitives/families/FilterKernel.h"
 #include "framework/primitives/families/FilterSeparable.h"
 
 // F(Family, X-list macro)
 #define FX_PRIMITIVE_FAMILIES(F)                                                                   \
     F(FilterBox, FX_FILTER_BOX_PRIMITIVES)                                                         \
-    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)
+    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
+    F(FilterKernel, FX_FILTER_KERNEL_PRIMITIVES)                                                   \
+    F(FilterFixedMedian, FX_FILTER_FIXED_MEDIAN_PRIMITIVES)

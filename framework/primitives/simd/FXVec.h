@@ -13,6 +13,19 @@
 //     SplatF32, ToF32, Add, Mul, Div, Max, Min (Max/Min return the second operand when the
 //     first is NaN), TruncToI32, RoundToI32 (halves to even)
 //     StoreNarrow(Ipp8u*|Ipp16u*, VI32)       kLanes32 samples, saturated
+//     Min, Max (signed)
+//   VI16                              16-bit lanes (kLanes16 = kVecBytes / 2), wrapping
+//     LoadWiden16(const Ipp8u*)               kLanes16 samples, zero-extended
+//     LoadI16, StoreI16, SplatI16, Add, Sub, MulLo, MulHiU (high half of the unsigned
+//     product), Min, Max, CmpGt (signed), And, ShiftRightU (logical), Select
+//     NarrowU8(VI16 lo, VI16 hi)              2 * kLanes16 lanes saturated to 0..255, as a VU8
+//   Select(mask, a, b)                 per lane (VI16) or byte (VU8): a where mask is set, else b
+//   ZipLo8/ZipHi8(VU8, VU8), ZipLo16/ZipHi16(VI16, VI16)   interleave two vectors
+//   SplatPair8, SplatPair16             a pair of weights repeated
+//   MulAddPairs(VU8, VU8) -> VI16       unsigned bytes times signed byte weights, pairs added
+//                                       (saturating); MulAddPairs(VI16, VI16) -> VI32 likewise
+//   PackU8(VI16, VI16), PackU16(VI32, VI32)   saturating narrowing of the Lo and Hi halves of
+//                                       a Zip, back into memory order
 // Everything is lane-count agnostic: kernels loop in steps of the lane count and never assume
 // a width.
 #if defined(FX_SIMD_LEVEL_SSE41)
@@ -32,5 +45,12 @@ template <class T> using TVec = decltype(Load(static_cast<const T*>(nullptr)));
 
 template <class T> inline constexpr int kLanes = kVecBytes / int(sizeof(T));
 inline constexpr int kLanes32 = kVecBytes / 4;
+inline constexpr int kLanes16 = kVecBytes / 2;
+
+// The same bits as 32-bit lanes (every backend keeps integer lanes in one register type).
+inline VI32 AsI32(VI16 v)
+{
+    return {v.V};
+}
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -146,4 +146,130 @@ inline void StoreNarrow(Ipp16u* p, VI32 v)
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_cvtusepi32_epi16(clamped));
 }
 
+// ---------------------------------------------------------------- 16-bit lanes, selections
+// (integer convolution, colour median)
+
+struct VI16 {
+    __m512i V;
+};
+
+inline VI16 LoadWiden16(const Ipp8u* p)
+{
+    return {_mm512_cvtepu8_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)))};
+}
+inline VI16 LoadI16(const Ipp16s* p)
+{
+    return {_mm512_loadu_si512(p)};
+}
+inline void StoreI16(Ipp16s* p, VI16 v)
+{
+    _mm512_storeu_si512(p, v.V);
+}
+inline VI16 SplatI16(int v)
+{
+    return {_mm512_set1_epi16(short(v))};
+}
+inline VI16 Add(VI16 a, VI16 b)
+{
+    return {_mm512_add_epi16(a.V, b.V)};
+}
+inline VI16 Sub(VI16 a, VI16 b)
+{
+    return {_mm512_sub_epi16(a.V, b.V)};
+}
+inline VI16 MulLo(VI16 a, VI16 b)
+{
+    return {_mm512_mullo_epi16(a.V, b.V)};
+}
+inline VI16 MulHiU(VI16 a, VI16 b)
+{
+    return {_mm512_mulhi_epu16(a.V, b.V)};
+}
+inline VI16 Min(VI16 a, VI16 b)
+{
+    return {_mm512_min_epi16(a.V, b.V)};
+}
+inline VI16 Max(VI16 a, VI16 b)
+{
+    return {_mm512_max_epi16(a.V, b.V)};
+}
+inline VI16 CmpGt(VI16 a, VI16 b)
+{
+    return {_mm512_movm_epi16(_mm512_cmpgt_epi16_mask(a.V, b.V))};
+}
+inline VI16 And(VI16 a, VI16 b)
+{
+    return {_mm512_and_si512(a.V, b.V)};
+}
+inline VI16 ShiftRightU(VI16 a, int bits)
+{
+    return {_mm512_srl_epi16(a.V, _mm_cvtsi32_si128(bits))};
+}
+inline VI16 Select(VI16 mask, VI16 a, VI16 b)
+{
+    return {_mm512_mask_blend_epi16(_mm512_movepi16_mask(mask.V), b.V, a.V)};
+}
+// The pack works inside 128-bit lanes; the permute puts the 64-bit groups back in order.
+inline VU8 NarrowU8(VI16 lo, VI16 hi)
+{
+    return {_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7),
+                                     _mm512_packus_epi16(lo.V, hi.V))};
+}
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm512_mask_blend_epi8(_mm512_movepi8_mask(mask.V), b.V, a.V)};
+}
+// Pairs for the multiply-add instructions. ZipLo/ZipHi interleave two vectors (within each
+// 128-bit block); MulAddPairs multiplies the interleaved samples by weight pairs and adds each
+// pair; PackU8/PackU16 narrow two such halves back into memory order.
+inline VU8 ZipLo8(VU8 a, VU8 b)
+{
+    return {_mm512_unpacklo_epi8(a.V, b.V)};
+}
+inline VU8 ZipHi8(VU8 a, VU8 b)
+{
+    return {_mm512_unpackhi_epi8(a.V, b.V)};
+}
+inline VU8 SplatPair8(int first, int second)
+{
+    return {_mm512_set1_epi16(short((second << 8) | (first & 0xFF)))};
+}
+inline VI16 MulAddPairs(VU8 zipped, VU8 weights) // unsigned samples, signed weights, saturating
+{
+    return {_mm512_maddubs_epi16(zipped.V, weights.V)};
+}
+inline VU8 PackU8(VI16 lo, VI16 hi)
+{
+    return {_mm512_packus_epi16(lo.V, hi.V)};
+}
+inline VI16 ZipLo16(VI16 a, VI16 b)
+{
+    return {_mm512_unpacklo_epi16(a.V, b.V)};
+}
+inline VI16 ZipHi16(VI16 a, VI16 b)
+{
+    return {_mm512_unpackhi_epi16(a.V, b.V)};
+}
+inline VI16 SplatPair16(int first, int second)
+{
+    return {_mm512_set1_epi32(int((unsigned(second) << 16) | (unsigned(first) & 0xFFFF)))};
+}
+inline VI32 MulAddPairs(VI16 zipped, VI16 weights)
+{
+    return {_mm512_madd_epi16(zipped.V, weights.V)};
+}
+inline VI16 PackU16(VI32 lo, VI32 hi) // saturated to 0..65535
+{
+    return {_mm512_packus_epi32(lo.V, hi.V)};
+}
+// The zero-masked forms: GCC 12's plain ones read an undefined register and warn.
+inline VI32 Min(VI32 a, VI32 b)
+{
+    return {_mm512_maskz_min_epi32(__mmask16(0xFFFF), a.V, b.V)};
+}
+inline VI32 Max(VI32 a, VI32 b)
+{
+    return {_mm512_maskz_max_epi32(__mmask16(0xFFFF), a.V, b.V)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -149,4 +149,127 @@ inline void StoreNarrow(Ipp16u* p, VI32 v)
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi32(v.V, v.V));
 }
 
+// ---------------------------------------------------------------- 16-bit lanes, selections
+// (integer convolution, colour median)
+
+struct VI16 {
+    __m128i V;
+};
+
+inline VI16 LoadWiden16(const Ipp8u* p)
+{
+    return {_mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))};
+}
+inline VI16 LoadI16(const Ipp16s* p)
+{
+    return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))};
+}
+inline void StoreI16(Ipp16s* p, VI16 v)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v.V);
+}
+inline VI16 SplatI16(int v)
+{
+    return {_mm_set1_epi16(short(v))};
+}
+inline VI16 Add(VI16 a, VI16 b)
+{
+    return {_mm_add_epi16(a.V, b.V)};
+}
+inline VI16 Sub(VI16 a, VI16 b)
+{
+    return {_mm_sub_epi16(a.V, b.V)};
+}
+inline VI16 MulLo(VI16 a, VI16 b)
+{
+    return {_mm_mullo_epi16(a.V, b.V)};
+}
+inline VI16 MulHiU(VI16 a, VI16 b)
+{
+    return {_mm_mulhi_epu16(a.V, b.V)};
+}
+inline VI16 Min(VI16 a, VI16 b)
+{
+    return {_mm_min_epi16(a.V, b.V)};
+}
+inline VI16 Max(VI16 a, VI16 b)
+{
+    return {_mm_max_epi16(a.V, b.V)};
+}
+inline VI16 CmpGt(VI16 a, VI16 b)
+{
+    return {_mm_cmpgt_epi16(a.V, b.V)};
+}
+inline VI16 And(VI16 a, VI16 b)
+{
+    return {_mm_and_si128(a.V, b.V)};
+}
+inline VI16 ShiftRightU(VI16 a, int bits)
+{
+    return {_mm_srl_epi16(a.V, _mm_cvtsi32_si128(bits))};
+}
+inline VI16 Select(VI16 mask, VI16 a, VI16 b)
+{
+    return {_mm_blendv_epi8(b.V, a.V, mask.V)};
+}
+inline VU8 NarrowU8(VI16 lo, VI16 hi)
+{
+    return {_mm_packus_epi16(lo.V, hi.V)};
+}
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm_blendv_epi8(b.V, a.V, mask.V)};
+}
+// Pairs for the multiply-add instructions. ZipLo/ZipHi interleave two vectors (within each
+// 128-bit block); MulAddPairs multiplies the interleaved samples by weight pairs and adds each
+// pair; PackU8/PackU16 narrow two such halves back into memory order.
+inline VU8 ZipLo8(VU8 a, VU8 b)
+{
+    return {_mm_unpacklo_epi8(a.V, b.V)};
+}
+inline VU8 ZipHi8(VU8 a, VU8 b)
+{
+    return {_mm_unpackhi_epi8(a.V, b.V)};
+}
+inline VU8 SplatPair8(int first, int second)
+{
+    return {_mm_set1_epi16(short((second << 8) | (first & 0xFF)))};
+}
+inline VI16 MulAddPairs(VU8 zipped, VU8 weights) // unsigned samples, signed weights, saturating
+{
+    return {_mm_maddubs_epi16(zipped.V, weights.V)};
+}
+inline VU8 PackU8(VI16 lo, VI16 hi)
+{
+    return {_mm_packus_epi16(lo.V, hi.V)};
+}
+inline VI16 ZipLo16(VI16 a, VI16 b)
+{
+    return {_mm_unpacklo_epi16(a.V, b.V)};
+}
+inline VI16 ZipHi16(VI16 a, VI16 b)
+{
+    return {_mm_unpackhi_epi16(a.V, b.V)};
+}
+inline VI16 SplatPair16(int first, int second)
+{
+    return {_mm_set1_epi32(int((unsigned(second) << 16) | (unsigned(first) & 0xFFFF)))};
+}
+inline VI32 MulAddPairs(VI16 zipped, VI16 weights)
+{
+    return {_mm_madd_epi16(zipped.V, weights.V)};
+}
+inline VI16 PackU16(VI32 lo, VI32 hi) // saturated to 0..65535
+{
+    return {_mm_packus_epi32(lo.V, hi.V)};
+}
+inline VI32 Min(VI32 a, VI32 b)
+{
+    return {_mm_min_epi32(a.V, b.V)};
+}
+inline VI32 Max(VI32 a, VI32 b)
+{
+    return {_mm_max_epi32(a.V, b.V)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

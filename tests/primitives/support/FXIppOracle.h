@@ -6,7 +6,9 @@
 #include "framework/primitives/FXPrimitiveRegistry.h"
 #include "framework/primitives/FXPrimitiveShapes.h"
 #include "framework/primitives/dispatch/FXRealIpp.h"
+#include "framework/primitives/families/FilterKernel.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -29,12 +31,23 @@ inline bool FXRealIppLoaded()
 // - row and column filters: ippiFilterBorder with a 1xK (Kx1) float kernel rounding to
 //   nearest; it runs the kernel in direct order around (K - 1) / 2, so the kernel is reversed
 //   and the source shifted.
+// - the general integer kernel: ippiFilterBorder with the reversed kernel as 16-bit weights,
+//   the divisor, ippRndNear and the accurate mode (its default mode may be off by one); AC4
+//   through C4, the alpha bytes put back afterwards;
+// - the fixed filters: IPP's own ...Border function where one exists for the layout (edges
+//   8u->16s C1, saturated here; Laplace, Hipass, Sharpen 8u), else ippiFilterBorder with the
+//   published kernel as above; the cross and colour medians still exist unchanged.
+// What the oracle is for: comparing bytes, or timing IPP (then only IPP's own call runs: C1
+// images take IPP's C1 path in its default, faster mode, and nothing is fixed up afterwards).
+enum class TFXIppPurpose { Compare, Timing };
+
 class TFXIppOracle {
 public:
     // args describe one call (as for FXCallShape); Ready() is false when the installed IPP has
     // no counterpart or refuses the arguments.
-    TFXIppOracle(const prim::TFXPrimitiveInfo& p, const prim::TFXShapeArgs& args)
-        : FPrim(p), FArgs(args)
+    TFXIppOracle(const prim::TFXPrimitiveInfo& p, const prim::TFXShapeArgs& args,
+                 TFXIppPurpose purpose = TFXIppPurpose::Compare)
+        : FPrim(p), FArgs(args), FTiming(purpose == TFXIppPurpose::Timing)
     {
         const int channels = prim::FXChannels(p.Layout);
         const int type = p.Sample == prim::TFXSample::U8 ? kIpp8u : kIpp16u;
@@ -54,6 +67,11 @@ public:
             const int shiftY = (args.Mask.height - 1) / 2 - args.Anchor.y;
             FSrc =
                 src + std::ptrdiff_t(shiftY) * args.SrcStep + std::ptrdiff_t(shiftX) * pixelBytes;
+        } else if (p.Shape == prim::TFXShape::KernelFilter ||
+                   p.Shape == prim::TFXShape::FixedFilter ||
+                   p.Shape == prim::TFXShape::FixedMaskFilter) {
+            if (!PrepareKernelFamily(src, type, channels))
+                return;
         } else {
             auto getSize = Symbol<TGetSize>("ippiFilterBorderGetSize");
             auto init = Symbol<TInit>("ippiFilterBorderInit_32f");
@@ -80,11 +98,20 @@ public:
     }
 
     bool Ready() const { return FReady; }
+    // IPP has a counterpart, but not for these arguments (16-bit weights, positive divisors).
+    bool CaseSkipped() const { return FCaseSkipped; }
+    // IPP's counterpart is not exact on these samples (see IppDifferentialTest).
+    bool Approximate() const
+    {
+        return FKind == TKind::FilterBorder && FPrim.Sample == prim::TFXSample::U16;
+    }
 
     // IPP's status (modern numbering); writes args.Dst.
     int Run()
     {
         const Ipp8u zeros[8] = {};
+        if (FKind != TKind::Legacy)
+            return RunKernelFamily(zeros);
         if (FPrim.Shape == prim::TFXShape::MaskFilter)
             return FMask(FSrc, FArgs.SrcStep, FArgs.Dst, FArgs.DstStep, FArgs.Roi, FArgs.Mask,
                          kIppBorderInMem, zeros, FBuffer.data());
@@ -113,13 +140,211 @@ private:
         return reinterpret_cast<Fn>(FXRealIppSymbol(name));
     }
 
+    // How the integer convolution family and the fixed medians reach IPP.
+    enum class TKind { Legacy, FilterBorder, Named8u16s, Named, SameName };
+    static constexpr int kIpp16s = 7, kIppAlgHintAccurate = 2;
+    using TSetMode = int (*)(int, int, void*);
+    using TInit16s = int (*)(const Ipp16s*, IppiSize, int, int, int, int, void*);
+    using TNamedBufferSize = int (*)(IppiSize, int, int, int, int, int*);
+    using TNamedFilter = int (*)(const void*, int, void*, int, IppiSize, int, int, const void*,
+                                 Ipp8u*);
+    using TSameName = int (*)(const void*, int, void*, int, IppiSize, int);
+
+    bool PrepareKernelFamily(const Ipp8u* src, int type, int channels)
+    {
+        const std::string name(FPrim.Name);
+        const std::string op = name.substr(0, name.find('_'));
+        const std::string suffix = name.substr(name.find('_'));
+        const bool c1u8 = FPrim.Sample == prim::TFXSample::U8 && channels == 1;
+        const int code = FPrim.Shape == prim::TFXShape::FixedMaskFilter ? int(FArgs.MaskCode) : 33;
+        FSrc = src;
+        FMaskCode = code;
+        if (op == "ippiFilterMedianCross" || op == "ippiFilterMedianColor") {
+            FKind = TKind::SameName;
+            FSameName = Symbol<TSameName>(name);
+            return FSameName != nullptr;
+        }
+        const bool edge = op == "ippiFilterPrewittHoriz" || op == "ippiFilterPrewittVert" ||
+                          op == "ippiFilterSobelHoriz" || op == "ippiFilterSobelVert" ||
+                          op == "ippiFilterRobertsDown" || op == "ippiFilterRobertsUp";
+        const bool named8u =
+            op == "ippiFilterLaplace" || op == "ippiFilterHipass" || op == "ippiFilterSharpen";
+        if ((edge && c1u8) || (named8u && FPrim.Sample == prim::TFXSample::U8)) {
+            FKind = edge ? TKind::Named8u16s : TKind::Named;
+            FNamed = Symbol<TNamedFilter>(op + "Border" + (edge ? "_8u16s_C1R" : suffix));
+            auto size = Symbol<TNamedBufferSize>(op + "BorderGetBufferSize");
+            int bytes = 0;
+            if (FNamed == nullptr || size == nullptr ||
+                size(FArgs.Roi, code, kIpp8u, edge ? kIpp16s : kIpp8u, channels, &bytes) != 0)
+                return false;
+            FBuffer.resize(std::size_t(bytes) + 64);
+            FEdges.resize(std::size_t(FArgs.Roi.width) * FArgs.Roi.height);
+            return true;
+        }
+        // ippiFilterBorder with a kernel: the caller's or the published one.
+        std::vector<Ipp32s> kernel;
+        IppiSize size = FArgs.Mask;
+        IppiPoint anchor = FArgs.Anchor;
+        int divisor = FArgs.Divisor;
+        if (FPrim.Shape == prim::TFXShape::KernelFilter) {
+            kernel.assign(FArgs.IntKernel, FArgs.IntKernel + std::size_t(size.width) * size.height);
+        } else {
+            const prim::TFXFixedKernel& k = FixedKernel(op, code);
+            kernel.assign(k.Published.begin(), k.Published.begin() + k.Size * k.Size);
+            size = {k.Size, k.Size};
+            anchor = {k.Size / 2, k.Size / 2};
+            divisor = k.Divisor;
+        }
+        const auto outside = [](Ipp32s v) { return v < -32768 || v > 32767; };
+        if (divisor <= 0 || std::any_of(kernel.begin(), kernel.end(), outside)) {
+            FCaseSkipped = true;
+            return false;
+        }
+        FKind = TKind::FilterBorder;
+        // IPP's C1 path rounds exact halves up whatever the rounding mode (its C3 and C4 paths
+        // follow ippRndNear), so a C1 image runs as C3 with every sample in all three channels.
+        FExpand = channels == 1 && !FTiming;
+        const int ippChannels = FExpand ? 3 : channels;
+        const std::string sample = FPrim.Sample == prim::TFXSample::U8 ? "_8u" : "_16u";
+        FKernel = Symbol<TKernelFilter>("ippiFilterBorder" + sample + "_C" +
+                                        std::to_string(ippChannels) + "R");
+        auto getSize = Symbol<TGetSize>("ippiFilterBorderGetSize");
+        auto init = Symbol<TInit16s>("ippiFilterBorderInit_16s");
+        auto setMode = Symbol<TSetMode>("ippiFilterBorderSetMode");
+        if (FKernel == nullptr || getSize == nullptr || init == nullptr || setMode == nullptr)
+            return false;
+        std::vector<Ipp16s> reversed(kernel.rbegin(), kernel.rend());
+        int specSize = 0, bufferSize = 0;
+        if (getSize(size, FArgs.Roi, type, kIpp16s, ippChannels, &specSize, &bufferSize) != 0)
+            return false;
+        FSpec.resize(std::size_t(specSize) + 64);
+        FBuffer.resize(std::size_t(bufferSize) + 64);
+        if (init(reversed.data(), size, divisor, type, ippChannels, kIppRndNear, FSpec.data()) !=
+                0 ||
+            (!FTiming && setMode(kIppAlgHintAccurate, 0, FSpec.data()) != 0))
+            return false;
+        const int sampleBytes = prim::FXSampleBytes(FPrim.Sample);
+        int srcStep = FArgs.SrcStep;
+        if (FExpand) {
+            // The rows and columns the primitive reads, each sample three times.
+            const prim::TFXMargins m = prim::FXShapeMargins(FPrim.Shape, FArgs);
+            const int rows = m.Top + FArgs.Roi.height + m.Bottom;
+            const int cols = m.Left + FArgs.Roi.width + m.Right;
+            srcStep = cols * 3 * sampleBytes;
+            FWide.resize(std::size_t(rows) * srcStep);
+            for (int y = 0; y < rows; ++y)
+                for (int x = 0; x < cols; ++x)
+                    for (int c = 0; c < 3; ++c)
+                        std::copy_n(src + std::ptrdiff_t(y - m.Top) * FArgs.SrcStep +
+                                        std::ptrdiff_t(x - m.Left) * sampleBytes,
+                                    sampleBytes,
+                                    FWide.data() + std::size_t(y) * srcStep +
+                                        (std::size_t(x) * 3 + c) * sampleBytes);
+            src =
+                FWide.data() + std::size_t(m.Top) * srcStep + std::size_t(m.Left) * 3 * sampleBytes;
+            FWideDst.resize(std::size_t(FArgs.Roi.width) * FArgs.Roi.height * 3 * sampleBytes);
+        }
+        FSrcStep = srcStep;
+        const int pixelBytes = ippChannels * sampleBytes;
+        const int shiftX = anchor.x - (size.width - 1) + (size.width - 1) / 2;
+        const int shiftY = anchor.y - (size.height - 1) + (size.height - 1) / 2;
+        FSrc = src + std::ptrdiff_t(shiftY) * srcStep + std::ptrdiff_t(shiftX) * pixelBytes;
+        return true;
+    }
+
+    static const prim::TFXFixedKernel& FixedKernel(const std::string& op, int code)
+    {
+        using namespace prim;
+        static const struct {
+            const char* Op;
+            const TFXFixedKernel* Kernel3x3;
+            const TFXFixedKernel* Kernel5x5;
+        } kKernels[] = {
+            {"ippiFilterPrewittHoriz", &kFXPrewittHoriz, &kFXPrewittHoriz},
+            {"ippiFilterPrewittVert", &kFXPrewittVert, &kFXPrewittVert},
+            {"ippiFilterSobelHoriz", &kFXSobelHoriz, &kFXSobelHoriz},
+            {"ippiFilterSobelVert", &kFXSobelVert, &kFXSobelVert},
+            {"ippiFilterRobertsDown", &kFXRobertsDown, &kFXRobertsDown},
+            {"ippiFilterRobertsUp", &kFXRobertsUp, &kFXRobertsUp},
+            {"ippiFilterSharpen", &kFXSharpen, &kFXSharpen},
+            {"ippiFilterLaplace", &kFXLaplace3x3, &kFXLaplace5x5},
+            {"ippiFilterGauss", &kFXGauss3x3, &kFXGauss5x5},
+            {"ippiFilterHipass", &kFXHipass3x3, &kFXHipass5x5},
+            {"ippiFilterLowpass", &kFXLowpass3x3, &kFXLowpass5x5},
+        };
+        for (const auto& k : kKernels)
+            if (op == k.Op)
+                return code == 55 ? *k.Kernel5x5 : *k.Kernel3x3;
+        return kFXLowpass3x3;
+    }
+
+    int RunKernelFamily(const Ipp8u* zeros)
+    {
+        const bool ac4 = FPrim.Layout == prim::TFXLayout::AC4;
+        auto* dst = static_cast<Ipp8u*>(FArgs.Dst);
+        switch (FKind) {
+        case TKind::SameName:
+            return FSameName(FSrc, FArgs.SrcStep, dst, FArgs.DstStep, FArgs.Roi, FMaskCode);
+        case TKind::Named:
+            return FNamed(FSrc, FArgs.SrcStep, dst, FArgs.DstStep, FArgs.Roi, FMaskCode,
+                          kIppBorderInMem, zeros, FBuffer.data());
+        case TKind::Named8u16s: {
+            const int width = FArgs.Roi.width;
+            const int s = FNamed(FSrc, FArgs.SrcStep, FEdges.data(), width * 2, FArgs.Roi,
+                                 FMaskCode, kIppBorderInMem, zeros, FBuffer.data());
+            for (int y = 0; !FTiming && y < FArgs.Roi.height; ++y)
+                for (int x = 0; x < width; ++x)
+                    dst[std::ptrdiff_t(y) * FArgs.DstStep + x] =
+                        Ipp8u(std::clamp<int>(FEdges[std::size_t(y) * width + x], 0, 255));
+            return s;
+        }
+        default: {
+            if (FExpand) {
+                const int sampleBytes = prim::FXSampleBytes(FPrim.Sample);
+                const int wideStep = FArgs.Roi.width * 3 * sampleBytes;
+                const int s = FKernel(FSrc, FSrcStep, FWideDst.data(), wideStep, FArgs.Roi,
+                                      kIppBorderInMem, zeros, FSpec.data(), FBuffer.data());
+                for (int y = 0; y < FArgs.Roi.height; ++y)
+                    for (int x = 0; x < FArgs.Roi.width; ++x)
+                        std::copy_n(FWideDst.data() + std::size_t(y) * wideStep +
+                                        std::size_t(x) * 3 * sampleBytes,
+                                    sampleBytes,
+                                    dst + std::ptrdiff_t(y) * FArgs.DstStep + x * sampleBytes);
+                return s;
+            }
+            // AC4 runs as C4: keep the alpha bytes the destination had.
+            std::vector<Ipp8u> alpha;
+            for (int y = 0; ac4 && !FTiming && y < FArgs.Roi.height; ++y)
+                for (int x = 0; x < FArgs.Roi.width; ++x)
+                    alpha.push_back(dst[std::ptrdiff_t(y) * FArgs.DstStep + 4 * x + 3]);
+            const int s = FKernel(FSrc, FSrcStep, dst, FArgs.DstStep, FArgs.Roi, kIppBorderInMem,
+                                  zeros, FSpec.data(), FBuffer.data());
+            std::size_t i = 0;
+            for (int y = 0; ac4 && !FTiming && y < FArgs.Roi.height; ++y)
+                for (int x = 0; x < FArgs.Roi.width; ++x)
+                    dst[std::ptrdiff_t(y) * FArgs.DstStep + 4 * x + 3] = alpha[i++];
+            return s;
+        }
+        }
+    }
+
     const prim::TFXPrimitiveInfo& FPrim;
     prim::TFXShapeArgs FArgs;
+    bool FTiming = false;
     const Ipp8u* FSrc = nullptr;
     TMaskFilter FMask = nullptr;
     TKernelFilter FKernel = nullptr;
     std::vector<Ipp8u> FSpec, FBuffer;
     bool FReady = false;
+    bool FCaseSkipped = false;
+    TKind FKind = TKind::Legacy;
+    int FMaskCode = 33;
+    TNamedFilter FNamed = nullptr;
+    TSameName FSameName = nullptr;
+    std::vector<Ipp16s> FEdges;
+    bool FExpand = false;
+    int FSrcStep = 0;
+    std::vector<Ipp8u> FWide, FWideDst;
 };
 
 } // namespace framix::test

@@ -62,6 +62,43 @@ std::vector<Ipp32f> KernelFor(int variant, std::mt19937& rng)
     }
 }
 
+// Integer kernels for ippiFilter: the weights, the divisor, and what they exercise.
+void IntKernelFor(int variant, TFXCase& c, std::mt19937& rng)
+{
+    const int taps = c.Mask.width * c.Mask.height;
+    c.IntKernel.assign(std::size_t(taps), 0);
+    auto uniform = [&](int lo, int hi) { return lo + int(rng() % unsigned(hi - lo + 1)); };
+    switch (variant % 6) {
+    case 0: // small signed weights, 16-bit sums for 8-bit samples
+        for (auto& k : c.IntKernel)
+            k = uniform(-4, 4);
+        c.Divisor = uniform(1, 20);
+        break;
+    case 1: // the mean: exact halves when the area is even
+        c.IntKernel.assign(std::size_t(taps), 1);
+        c.Divisor = taps;
+        break;
+    case 2: // weights whose sums need 32 bits
+        for (auto& k : c.IntKernel)
+            k = uniform(-3000, 3000);
+        c.Divisor = uniform(100, 5000);
+        break;
+    case 3: // a negative divisor: the quotient of the negated sum
+        for (auto& k : c.IntKernel)
+            k = uniform(-5, 1);
+        c.Divisor = -uniform(1, 9);
+        break;
+    case 4: // weights beyond 16 bits (sums beyond 32 on 16-bit samples), a power-of-two divisor
+        for (auto& k : c.IntKernel)
+            k = uniform(-(1 << 17), 1 << 17);
+        c.Divisor = 1 << 12;
+        break;
+    default: // one weight: picks (and scales) one pixel, no division
+        c.IntKernel[rng() % c.IntKernel.size()] = uniform(1, 3);
+        c.Divisor = 1;
+    }
+}
+
 } // namespace
 
 std::string TFXCase::Describe() const
@@ -72,6 +109,13 @@ std::string TFXCase::Describe() const
       << " anchor " << KernelAnchor << ", pads " << SrcPad << "/" << DstPad << ", extra "
       << Extra.Left << "/" << Extra.Top << "/" << Extra.Right << "/" << Extra.Bottom << ", seed "
       << Seed;
+    if (!IntKernel.empty()) {
+        s << ", kernel {";
+        for (std::size_t i = 0; i < IntKernel.size(); ++i)
+            s << (i ? "," : "") << IntKernel[i];
+        s << "} / " << Divisor;
+    }
+    s << ", mask code " << int(MaskCode);
     return s.str();
 }
 
@@ -92,7 +136,9 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
             c.DstPad = (n % 4 == 1) ? 0 : int(rng() % 9);
             if (n % 5 == 2) // a ROI inside a larger image
                 c.Extra = {int(rng() % 4), int(rng() % 3), int(rng() % 4), int(rng() % 3)};
-            if (p.Shape == TFXShape::MaskFilter) {
+            if (p.Shape == TFXShape::FixedMaskFilter) {
+                c.MaskCode = (n + rep) % 2 ? ippMskSize5x5 : ippMskSize3x3;
+            } else if (p.Shape == TFXShape::MaskFilter || p.Shape == TFXShape::KernelFilter) {
                 c.Mask = masks[n % masks.size()];
                 switch (rep) {
                 case 0:
@@ -104,7 +150,9 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
                 default:
                     c.Anchor = {int(rng() % c.Mask.width), int(rng() % c.Mask.height)};
                 }
-            } else {
+                if (p.Shape == TFXShape::KernelFilter)
+                    IntKernelFor(n, c, rng);
+            } else if (p.Shape == TFXShape::RowFilter || p.Shape == TFXShape::ColumnFilter) {
                 c.Kernel = KernelFor(n, rng);
                 const int k = int(c.Kernel.size());
                 c.KernelAnchor = rep == 0 ? k / 2 : rep == 1 ? k - 1 : int(rng() % k);
@@ -116,10 +164,18 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
     big.Roi = {203, 7};
     big.SrcPad = 5;
     big.Seed = 77;
-    if (p.Shape == TFXShape::MaskFilter) {
+    if (p.Shape == TFXShape::FixedMaskFilter)
+        big.MaskCode = ippMskSize5x5;
+    if (p.Shape == TFXShape::MaskFilter || p.Shape == TFXShape::KernelFilter) {
         big.Mask = {5, 5};
         big.Anchor = {2, 2};
-    } else {
+        if (p.Shape == TFXShape::KernelFilter) {
+            big.IntKernel.resize(25);
+            for (int i = 0; i < 25; ++i)
+                big.IntKernel[std::size_t(i)] = (i * 7) % 5 - 2;
+            big.Divisor = 3;
+        }
+    } else if (p.Shape == TFXShape::RowFilter || p.Shape == TFXShape::ColumnFilter) {
         big.Kernel = {0.1f, 0.2f, 0.4f, 0.2f, 0.1f};
         big.KernelAnchor = 2;
     }
@@ -166,6 +222,9 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.Kernel = FCase.Kernel.data();
     a.KernelSize = int(FCase.Kernel.size());
     a.KernelAnchor = FCase.KernelAnchor;
+    a.IntKernel = FCase.IntKernel.data();
+    a.Divisor = FCase.Divisor;
+    a.MaskCode = FCase.MaskCode;
     return a;
 }
 

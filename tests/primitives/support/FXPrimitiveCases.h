@@ -20,6 +20,9 @@ struct TFXCase {
     IppiPoint Anchor{0, 0};
     std::vector<Ipp32f> Kernel;
     int KernelAnchor = 0;
+    std::vector<Ipp32s> IntKernel; // Mask.width x Mask.height, row by row
+    int Divisor = 1;
+    IppiMaskSize MaskCode = ippMskSize3x3;
     int SrcPad = 0;         // bytes after each source row but the last
     int DstPad = 0;         // bytes after each destination row but the last
     prim::TFXMargins Extra; // source pixels beyond what the primitive reads

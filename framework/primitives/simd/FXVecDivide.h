@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// Exact integer division with halves to even on 32-bit lanes, shared by the kernel files of the
+// families that average or divide (included after simd/FXVec.h, once per level).
+#pragma once
+
+#include "framework/primitives/simd/FXVec.h"
+
+namespace framix::prim::FX_SIMD_NS {
+
+// Exact sum / count, halves to even, for 0 <= sum < 2^31 and a quotient below 2^17 (count
+// > 0): a float estimate (times the reciprocal) is within one of the truth, the remainder
+// corrects it, then the remainder decides the rounding.
+inline VI32 DivRoundHalfEven(VI32 sum, VI32 count, VF32 reciprocal)
+{
+    const VI32 zero = SplatI32(0);
+    const VI32 one = SplatI32(1);
+    VI32 q = TruncToI32(Mul(ToF32(sum), reciprocal));
+    VI32 r = Sub(sum, MulLo(q, count));
+    const VI32 under = CmpGt(zero, r); // all ones: q one too big
+    q = Add(q, under);
+    r = Add(r, And(under, count));
+    const VI32 over = CmpGt(r, Sub(count, one)); // q one too small
+    q = Sub(q, over);
+    r = Sub(r, And(over, count));
+    // Up when 2r > count, or 2r == count and q is odd.
+    const VI32 up = CmpGt(Add(Add(r, r), And(q, one)), count);
+    return Sub(q, up);
+}
+
+// The same result with fewer steps, for 2 * sum + count < 2^21 (8-bit images up to 4103
+// samples per mask, 16-bit ones up to 16): halves to even is floor((2 sum + count) / (2 count)),
+// one lower when that division is exact and gives an odd quotient (a tie). The float quotient
+// of (2 sum + count + 0.5) stays at least 0.5 / (2 count) from every integer, far more than its
+// rounding error, so truncating it is the exact floor.
+inline VI32 DivRoundHalfEvenSmall(VI32 sum, VI32 twiceCount, VF32 reciprocalOfTwice, VI32 count)
+{
+    const VI32 one = SplatI32(1);
+    const VI32 x = Add(Add(sum, sum), count);
+    VI32 q = TruncToI32(Mul(Add(ToF32(x), SplatF32(0.5f)), reciprocalOfTwice));
+    const VI32 exact = CmpGt(one, Sub(x, MulLo(q, twiceCount))); // remainder 0
+    return Sub(q, And(exact, And(q, one)));
+}
+
+} // namespace framix::prim::FX_SIMD_NS
