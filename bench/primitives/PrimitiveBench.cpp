@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
 #include <random>
@@ -27,13 +29,44 @@ struct TFXBenchParams {
     IppiPoint Anchor{0, 0};
     std::vector<Ipp32f> Kernel;
     int KernelAnchor = 0;
+    std::vector<Ipp32s> LutLevels, LutValues; // every channel alike
+    int HistLevels = 0;
+    Ipp32s Lower = 0, Upper = 0;
+    int BitSize = 8;
+    Ipp8u Limit = 96, UpperLimit = 160;
 };
 
-std::vector<TFXBenchParams> ParamsFor(TFXShape shape)
+std::vector<TFXBenchParams> ParamsFor(const TFXPrimitiveInfo& p)
 {
-    if (shape == TFXShape::MaskFilter)
-        return {{"mask:3x3", {3, 3}, {1, 1}, {}, 0}, {"mask:5x5", {5, 5}, {2, 2}, {}, 0}};
-    return {{"kernel:5", {1, 1}, {0, 0}, {0.0625f, 0.25f, 0.375f, 0.25f, 0.0625f}, 2}};
+    const int maxValue = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
+    switch (p.Shape) {
+    case TFXShape::MaskFilter:
+        return {{"mask:3x3", {3, 3}, {1, 1}}, {"mask:5x5", {5, 5}, {2, 2}}};
+    case TFXShape::RowFilter:
+    case TFXShape::ColumnFilter:
+        return {{"kernel:5", {1, 1}, {0, 0}, {0.0625f, 0.25f, 0.375f, 0.25f, 0.0625f}, 2}};
+    case TFXShape::Lut:
+    case TFXShape::LutChannels: { // a full curve: 257 levels, an S-shaped mapping
+        TFXBenchParams params{"levels:257"};
+        for (int i = 0; i <= 256; ++i) {
+            params.LutLevels.push_back(i * (maxValue + 1) / 256);
+            const double x = i / 256.0;
+            params.LutValues.push_back(Ipp32s(maxValue * x * x * (3 - 2 * x)));
+        }
+        return {params};
+    }
+    case TFXShape::Histogram:
+    case TFXShape::HistogramChannels: { // what histogram equalisation asks for
+        TFXBenchParams params{"levels:" + std::to_string(maxValue + 1)};
+        params.HistLevels = maxValue + 1;
+        params.Upper = maxValue;
+        return {params};
+    }
+    case TFXShape::LutPalette:
+        return {{"bits:8"}};
+    default:
+        return {{"limits:96/160"}};
+    }
 }
 
 // A 1080p frame with the margins the primitive reads, rows 64-byte aligned, and its output.
@@ -49,11 +82,36 @@ public:
         FArgs.KernelAnchor = params.KernelAnchor;
         FKernel = params.Kernel;
         FArgs.Kernel = FKernel.data();
+        FParams = params;
+        for (int c = 0; c < 4; ++c) {
+            FArgs.Values[c] = FParams.LutValues.data();
+            FArgs.Levels[c] = FParams.LutLevels.data();
+            FArgs.LevelCounts[c] =
+                params.HistLevels > 0 ? params.HistLevels : int(params.LutLevels.size());
+            FArgs.Lower[c] = params.Lower;
+            FArgs.Upper[c] = params.Upper;
+            FHist[c].resize(std::size_t(std::max(params.HistLevels, 1)));
+            FHistLevels[c].resize(std::size_t(std::max(params.HistLevels, 1)));
+            FArgs.Hist[c] = FHist[c].data();
+            FArgs.HistLevels[c] = FHistLevels[c].data();
+        }
+        FPalette.resize(std::size_t(1) << params.BitSize);
+        for (std::size_t i = 0; i < FPalette.size(); ++i)
+            FPalette[i] = Ipp32u(0xFF000000u | i * 0x010101u);
+        FArgs.Palette = FPalette.data();
+        FArgs.BitSize = params.BitSize;
+        FLimits = {params.Limit,      params.Limit,      params.Limit,      0,   0,   0,
+                   params.UpperLimit, params.UpperLimit, params.UpperLimit, 255, 255, 255};
+        FArgs.Limit = FLimits.data();
+        FArgs.LimitValue = FLimits.data() + 3;
+        FArgs.UpperLimit = FLimits.data() + 6;
+        FArgs.UpperValue = FLimits.data() + 9;
         const prim::TFXMargins m = prim::FXShapeMargins(p.Shape, FArgs);
         const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
+        const int dstPixelBytes = prim::FXDstPixelBytes(p.Shape, p.Sample, p.Layout);
         const int srcRow = (kFrame.width + m.Left + m.Right) * pixelBytes;
         FArgs.SrcStep = (srcRow + 63) / 64 * 64;
-        FArgs.DstStep = (kFrame.width * pixelBytes + 63) / 64 * 64;
+        FArgs.DstStep = (kFrame.width * std::max(dstPixelBytes, 1) + 63) / 64 * 64;
         const std::size_t srcBytes =
             std::size_t(FArgs.SrcStep) * (kFrame.height + m.Top + m.Bottom);
         FSrc.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, srcBytes)));
@@ -66,7 +124,8 @@ public:
         FArgs.Src =
             FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * pixelBytes;
         FArgs.Dst = FDst.get();
-        FBytes = 2.0 * double(kFrame.width) * kFrame.height * pixelBytes; // read + written
+        FBytes =
+            double(kFrame.width) * kFrame.height * (pixelBytes + dstPixelBytes); // read + written
     }
 
     const prim::TFXShapeArgs& Args() const { return FArgs; }
@@ -78,6 +137,10 @@ private:
     };
     prim::TFXShapeArgs FArgs;
     std::vector<Ipp32f> FKernel;
+    TFXBenchParams FParams;
+    std::array<std::vector<Ipp32s>, 4> FHist, FHistLevels;
+    std::vector<Ipp32u> FPalette;
+    std::array<Ipp8u, 12> FLimits{};
     std::unique_ptr<Ipp8u, TFree> FSrc, FDst;
     double FBytes = 0;
 };
@@ -144,7 +207,7 @@ bool RegisterAll()
     const std::string frame =
         "/" + std::to_string(kFrame.width) + "x" + std::to_string(kFrame.height) + "/";
     for (const TFXPrimitiveInfo& p : prim::FXAllPrimitives())
-        for (const TFXBenchParams& params : ParamsFor(p.Shape)) {
+        for (const TFXBenchParams& params : ParamsFor(p)) {
             for (TFXSimdLevel level : kFXAllSimdLevels)
                 if (p.Has(level) && FXCpuSupports(level))
                     benchmark::RegisterBenchmark((std::string(p.Name) + "/" +

@@ -5,8 +5,14 @@
 
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterSeparable.h"
+#include "framework/primitives/families/Histogram.h"
+#include "framework/primitives/families/Lut.h"
+#include "framework/primitives/families/Threshold.h"
 
 // F(Family, X-list macro)
 #define FX_PRIMITIVE_FAMILIES(F)                                                                   \
     F(FilterBox, FX_FILTER_BOX_PRIMITIVES)                                                         \
-    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)
+    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
+    F(Lut, FX_LUT_PRIMITIVES)                                                                      \
+    F(Threshold, FX_THRESHOLD_PRIMITIVES)                                                          \
+    F(Histogram, FX_HISTOGRAM_PRIMITIVES)

@@ -39,6 +39,14 @@ inline VU8 Max(VU8 a, VU8 b)
 {
     return {_mm256_max_epu8(a.V, b.V)};
 }
+inline VU8 CmpEq(VU8 a, VU8 b)
+{
+    return {_mm256_cmpeq_epi8(a.V, b.V)};
+}
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm256_blendv_epi8(b.V, a.V, mask.V)};
+}
 
 inline VU16 Load(const Ipp16u* p)
 {

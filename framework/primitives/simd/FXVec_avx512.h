@@ -39,6 +39,14 @@ inline VU8 Max(VU8 a, VU8 b)
 {
     return {_mm512_max_epu8(a.V, b.V)};
 }
+inline VU8 CmpEq(VU8 a, VU8 b)
+{
+    return {_mm512_movm_epi8(_mm512_cmpeq_epi8_mask(a.V, b.V))};
+}
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm512_mask_blend_epi8(_mm512_movepi8_mask(mask.V), b.V, a.V)};
+}
 
 inline VU16 Load(const Ipp16u* p)
 {
