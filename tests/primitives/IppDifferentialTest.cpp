@@ -10,6 +10,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -217,6 +222,67 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     EXPECT_LE(differing * 100, samples)
         << differing << " of " << samples << " samples differ; first at " << first;
     RecordProperty("differing_samples", std::to_string(differing) + "/" + std::to_string(samples));
+}
+
+// The legacy argument types of each shape, as IPP's headers declare them (names dropped).
+const std::map<TFXShape, std::vector<std::string>> kLegacyArguments = {
+    {TFXShape::Threshold,
+     {"const Ipp8u*", "int", "Ipp8u*", "int", "IppiSize", "const Ipp8u[3]", "const Ipp8u[3]"}},
+    {TFXShape::ThresholdBoth,
+     {"const Ipp8u*", "int", "Ipp8u*", "int", "IppiSize", "const Ipp8u[3]", "const Ipp8u[3]",
+      "const Ipp8u[3]", "const Ipp8u[3]"}},
+    {TFXShape::LutPalette,
+     {"const Ipp8u*", "int", "Ipp32u*", "int", "IppiSize", "const Ipp32u*", "int"}},
+};
+
+// The argument types of `name` in the installed headers, or nothing when it is not declared.
+std::vector<std::string> DeclaredArguments(const std::string& name)
+{
+    const std::string dir = std::string(FRAMIX_SOURCE_DIR) + "/.deps/ipp/include/ipp/";
+    for (const char* header : {"ippi.h", "ippcc.h", "ippcv.h", "ipps.h"}) {
+        std::ifstream in(dir + header);
+        const std::string text((std::istreambuf_iterator<char>(in)),
+                               std::istreambuf_iterator<char>());
+        const std::regex declaration("IPPAPI\\s*\\(\\s*IppStatus\\s*,\\s*" + name +
+                                     "\\s*,\\s*\\(([^)]*)\\)\\s*\\)");
+        std::smatch m;
+        if (!std::regex_search(text, m, declaration))
+            continue;
+        std::vector<std::string> types;
+        std::stringstream list(m[1].str());
+        for (std::string argument; std::getline(list, argument, ',');) {
+            // "const Ipp8u threshold[3]" -> "const Ipp8u[3]"
+            argument =
+                std::regex_replace(argument, std::regex("\\s*\\b\\w+\\s*(\\[\\d*\\])?\\s*$"), "$1");
+            argument = std::regex_replace(argument, std::regex("\\s+"), " ");
+            argument = std::regex_replace(argument, std::regex("^ | $| (?=\\*)"), "");
+            types.push_back(argument);
+        }
+        return types;
+    }
+    return {};
+}
+
+// Only names whose legacy arguments the installed IPP still declares and exports may bind to
+// it; the look-up tables kept their names with other arguments and must never be listed.
+TEST(IppVerifiedNames, AreExportedWithTheLegacyArguments)
+{
+    if (!FXRealIppLoaded())
+        GTEST_SKIP() << "real Intel IPP not found: verified names not checked";
+    const auto names = FXRealIppVerifiedNames();
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end())) << "the list is searched by bisection";
+    for (std::string_view name : names) {
+        const TFXPrimitiveInfo* p = prim::FXFindPrimitive(name);
+        ASSERT_NE(p, nullptr) << name << " is not a primitive of ours";
+        EXPECT_NE(FXRealIppSymbol(name), nullptr) << name << " is not exported";
+        const auto expected = kLegacyArguments.find(p->Shape);
+        ASSERT_NE(expected, kLegacyArguments.end())
+            << "give the legacy arguments of shape " << prim::FXShapeName(p->Shape);
+        EXPECT_EQ(DeclaredArguments(std::string(name)), expected->second) << name;
+        EXPECT_EQ(name.find("ippiLUT_"), std::string_view::npos) << name;
+    }
+    // The check itself tells a changed signature apart.
+    EXPECT_NE(DeclaredArguments("ippiLUT_8u_C1R").size(), 8u);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllPrimitives, IppDifferential,

@@ -13,8 +13,14 @@
 namespace framix {
 namespace {
 
-// Keep sorted: FXRealIppVerified searches it.
-constexpr std::array<std::string_view, 0> kVerifiedNames = {};
+// Keep sorted: FXRealIppVerified searches it. The look-up tables (ippiLUT*) must never be
+// here: modern IPP kept their names but takes a prepared table instead of the level arrays.
+constexpr std::array<std::string_view, 7> kVerifiedNames = {
+    "ippiLUTPalette_8u32u_C1R",        "ippiThreshold_GTVal_8u_AC4R",
+    "ippiThreshold_GTVal_8u_C3R",      "ippiThreshold_LTValGTVal_8u_AC4R",
+    "ippiThreshold_LTValGTVal_8u_C3R", "ippiThreshold_LTVal_8u_AC4R",
+    "ippiThreshold_LTVal_8u_C3R",
+};
 
 std::string Narrow(const wchar_t* name)
 {
