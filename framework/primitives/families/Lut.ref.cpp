@@ -94,6 +94,22 @@ bool ExactCubic(const Ipp32s* x, const Ipp32s* y, TCubic& cubic)
     return true;
 }
 
+// The same fraction with common factors out: evenly spaced levels leave a small D, and the
+// numbers then fit 64 bits.
+void Reduce(TCubic& cubic)
+{
+    TWide g = cubic.D;
+    for (TWide c : cubic.C)
+        for (TWide r = c < 0 ? -c : c; r != 0;) {
+            const TWide t = g % r;
+            g = r;
+            r = t;
+        }
+    cubic.D /= g;
+    for (TWide& c : cubic.C)
+        c /= g;
+}
+
 TWide CubicNumerator(const TCubic& cubic, std::int64_t u)
 {
     TWide n = 0;
@@ -149,56 +165,61 @@ Ipp32s IntervalValue(TFXLutKind kind, const TFXLutTable& table, int k, int v, in
 
 // ---------------------------------------------------------------- tables
 
-// A quotient and remainder in base B (0 <= R < B): exact sums without dividing again.
-struct TDigits {
-    TWide Q = 0;
-    TWide R = 0;
+// A quotient and remainder in base B (0 <= R < B): exact sums without dividing again. TInt is
+// 64 bits where the interval's values allow, else 128.
+template <class TInt> struct TDigits {
+    TInt Q = 0;
+    TInt R = 0;
 };
 
-TDigits Split(TWide n, TWide base)
-{
-    const TWide q = FloorDiv(n, base);
-    return {q, n - q * base};
-}
-
-void AddTo(TDigits& a, const TDigits& b, TWide base)
+// Without a branch: whether a carry occurs follows the fractions, which no predictor guesses.
+template <class TInt> void AddTo(TDigits<TInt>& a, const TDigits<TInt>& b, TInt base)
 {
     a.Q += b.Q;
     a.R += b.R;
-    if (a.R >= base) {
-        a.R -= base;
-        ++a.Q;
-    }
+    const TInt carry = a.R >= base;
+    a.R -= base & -carry;
+    a.Q += carry;
 }
 
 // floor((2 N(u) + D) / (2 D)) for u, u + 1, ... with N a polynomial of degree 3 at most, by
 // forward differences kept as quotient and remainder in base 2D: additions only per sample.
-class TStepper {
+template <class TInt> class TStepper {
 public:
     // n holds N(u), N(u + 1), N(u + 2), N(u + 3).
-    TStepper(const std::array<TWide, 4>& n, TWide d) : FBase(2 * d)
+    TStepper(const std::array<TWide, 4>& n, TWide d) : FBase(TInt(2 * d))
     {
         std::array<TWide, 4> diff = n; // then N, first, second and third differences at u
         for (int order = 1; order < 4; ++order)
             for (int i = 3; i >= order; --i)
                 diff[i] -= diff[i - 1];
-        FTerms[0] = Split(2 * diff[0] + d, FBase);
-        for (int i = 1; i < 4; ++i)
-            FTerms[i] = Split(2 * diff[i], FBase);
+        for (int i = 0; i < 4; ++i) {
+            const TWide value = 2 * diff[i] + (i == 0 ? d : 0);
+            const TWide q = FloorDiv(value, 2 * d);
+            FTerms[i] = {TInt(q), TInt(value - q * 2 * d)};
+        }
     }
 
-    TWide Next()
+    TInt Next()
     {
-        const TWide result = FTerms[0].Q;
+        const TInt result = FTerms[0].Q;
         for (int i = 0; i < 3; ++i)
             AddTo(FTerms[i], FTerms[i + 1], FBase);
         return result;
     }
 
 private:
-    TWide FBase;
-    std::array<TDigits, 4> FTerms;
+    TInt FBase;
+    std::array<TDigits<TInt>, 4> FTerms;
 };
+
+template <class TInt, class T>
+void Step(const std::array<TWide, 4>& n, TWide d, TWide offset, int lo, int hi, T* out)
+{
+    TStepper<TInt> stepper(n, d);
+    for (int v = lo; v < hi; ++v)
+        out[v] = T(Clamp(offset + stepper.Next(), kFXSampleMax<T>));
+}
 
 // Writes interval k's values for v in [lo, hi), a part of the interval inside the sample range.
 template <class T>
@@ -214,27 +235,38 @@ void FillInterval(TFXLutKind kind, const TFXLutTable& table, int k, int lo, int 
     std::array<TWide, 4> n{};
     TWide d = 1;
     TWide offset = 0;
+    TWide bound = 0; // at least |N(u)| for u up to three samples beyond the interval
     if (kind == TFXLutKind::Linear || table.Count < 4) {
         // P[k] + (v - L[k]) dP / dL
+        const std::int64_t dP = std::int64_t(P[k + 1]) - P[k];
         for (int i = 0; i < 4; ++i)
-            n[i] = TWide(std::int64_t(lo) + i - L[k]) * (std::int64_t(P[k + 1]) - P[k]);
+            n[i] = TWide(std::int64_t(lo) + i - L[k]) * dP;
         d = std::int64_t(L[k + 1]) - L[k];
         offset = P[k];
+        bound = TWide(hi + 3 - std::int64_t(L[k])) * (dP < 0 ? -dP : dP);
     } else {
         const int s = CubicWindow(table, k);
         TCubic cubic;
-        if (RepeatsALevel(L + s) || !ExactCubic(L + s, P + s, cubic)) {
-            for (int v = lo; v < hi; ++v) // the rare cases: one sample at a time
+        // Short intervals (a level per sample), and the rare cases: one sample at a time.
+        if (hi - lo < 16 || RepeatsALevel(L + s) || !ExactCubic(L + s, P + s, cubic)) {
+            for (int v = lo; v < hi; ++v)
                 out[v] = T(IntervalValue(kind, table, k, v, kMax));
             return;
         }
+        Reduce(cubic);
         for (int i = 0; i < 4; ++i)
             n[i] = CubicNumerator(cubic, std::int64_t(lo) + i - cubic.Origin);
         d = cubic.D;
+        const TWide span = *std::max_element(cubic.A.begin(), cubic.A.end()) + 3;
+        for (TWide c : cubic.C)
+            bound += (c < 0 ? -c : c) * span * span * span;
     }
-    TStepper stepper(n, d);
-    for (int v = lo; v < hi; ++v)
-        out[v] = T(Clamp(offset + stepper.Next(), kMax));
+    // 64 bits hold every quantity when the values over the interval (a bound: the numerator's
+    // terms at the window's span, three samples beyond) stay far below 2^63 and so does 2D.
+    if (d < (TWide(1) << 58) && bound < (TWide(1) << 58) * d)
+        Step<std::int64_t>(n, d, offset, lo, hi, out);
+    else
+        Step<TWide>(n, d, offset, lo, hi, out);
 }
 
 // The same mapping as FXLutValue, built interval by interval: later intervals overwrite
@@ -287,14 +319,9 @@ template <class T, TFXLayout L>
 IppStatus MapEverySample(TFXLutKind kind, const T* pSrc, int srcStep, T* pDst, int dstStep,
                          IppiSize roi, const TFXLutTable* tables)
 {
-    constexpr int kCh = FXChannels(L);
-    for (int y = 0; y < roi.height; ++y) {
-        const T* in = FXRowAt(pSrc, srcStep, y);
-        T* out = FXRowAt(pDst, dstStep, y);
-        for (int x = 0; x < roi.width; ++x)
-            for (int c = 0; c < FXProcessedChannels(L); ++c)
-                out[x * kCh + c] = T(FXLutValue(kind, tables[c], in[x * kCh + c], kFXSampleMax<T>));
-    }
+    FXMapSamples<T, L>(pSrc, srcStep, pDst, dstStep, roi, [&](T v, int c) {
+        return T(FXLutValue(kind, tables[c], v, kFXSampleMax<T>));
+    });
     return ippStsNoErr;
 }
 

@@ -115,9 +115,8 @@ __attribute__((optimize("no-tree-vectorize"))) void MapWords(const Ipp16u* in, I
 }
 
 // The nBitSize low bits of each sample index the palette.
-__attribute__((optimize("no-tree-vectorize"))) void MapPalette(const Ipp8u* in, Ipp32u* out,
-                                                               int width, const Ipp32u* table,
-                                                               unsigned mask)
+__attribute__((optimize("no-tree-vectorize"))) void
+MapPalette(const Ipp8u* in, Ipp32u* out, int width, const Ipp32u* table, unsigned mask)
 {
     int x = 0;
     for (; x + 4 <= width; x += 4) {

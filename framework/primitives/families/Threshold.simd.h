@@ -77,23 +77,14 @@ inline VU8 KeepAtLeast(VU8 s, VU8 t, VU8 v, VU8 kept)
     return Select(CmpEq(Max(s, t), s), kept, v);
 }
 
-template <TFXLayout L>
-IppStatus GreaterThan(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
-                      const Ipp8u* threshold, const Ipp8u* value)
-{
-    const TPattern<L> t = Repeat<L>(threshold, 0), v = Repeat<L>(value, 0);
-    return ForEachVector<L>(pSrc, srcStep, pDst, dstStep, roi, [&](VU8 s, int phase) {
-        return KeepAtMost(s, t.Phase[phase], v.Phase[phase]);
-    });
-}
-
-template <TFXLayout L>
-IppStatus LessThan(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+// keep(s, t, v): the sample vector s against the limits t, v where it is replaced.
+template <TFXLayout L, VU8 (*Keep)(VU8, VU8, VU8)>
+IppStatus OneLimit(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
                    const Ipp8u* threshold, const Ipp8u* value)
 {
     const TPattern<L> t = Repeat<L>(threshold, 0), v = Repeat<L>(value, 0);
     return ForEachVector<L>(pSrc, srcStep, pDst, dstStep, roi, [&](VU8 s, int phase) {
-        return KeepAtLeast(s, t.Phase[phase], v.Phase[phase]);
+        return Keep(s, t.Phase[phase], v.Phase[phase]);
     });
 }
 
@@ -118,14 +109,14 @@ template <class T, TFXLayout L>
 IppStatus ThresholdGTVal(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
                          const T threshold[3], const T value[3])
 {
-    return GreaterThan<L>(pSrc, srcStep, pDst, dstStep, roiSize, threshold, value);
+    return OneLimit<L, KeepAtMost>(pSrc, srcStep, pDst, dstStep, roiSize, threshold, value);
 }
 
 template <class T, TFXLayout L>
 IppStatus ThresholdLTVal(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
                          const T threshold[3], const T value[3])
 {
-    return LessThan<L>(pSrc, srcStep, pDst, dstStep, roiSize, threshold, value);
+    return OneLimit<L, KeepAtLeast>(pSrc, srcStep, pDst, dstStep, roiSize, threshold, value);
 }
 
 template <class T, TFXLayout L>
