@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
 #include <random>
@@ -30,6 +32,11 @@ struct TFXBenchParams {
     std::vector<Ipp32s> IntKernel;
     int Divisor = 1;
     IppiMaskSize MaskCode = ippMskSize3x3;
+    std::vector<Ipp32s> LutLevels, LutValues; // every channel alike
+    int HistLevels = 0;
+    Ipp32s Lower = 0, Upper = 0;
+    int BitSize = 8;
+    Ipp8u Limit = 96, UpperLimit = 160;
 };
 
 // A k x k integer kernel of small mixed weights over 7 (16-bit sums for 8-bit samples).
@@ -45,20 +52,46 @@ TFXBenchParams IntKernelParams(int k)
     return p;
 }
 
-std::vector<TFXBenchParams> ParamsFor(TFXShape shape)
+std::vector<TFXBenchParams> ParamsFor(const TFXPrimitiveInfo& p)
 {
-    if (shape == TFXShape::MaskFilter)
-        return {{"mask:3x3", {3, 3}, {1, 1}, {}, 0}, {"mask:5x5", {5, 5}, {2, 2}, {}, 0}};
-    if (shape == TFXShape::KernelFilter)
+    const int maxValue = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
+    switch (p.Shape) {
+    case TFXShape::MaskFilter:
+        return {{"mask:3x3", {3, 3}, {1, 1}}, {"mask:5x5", {5, 5}, {2, 2}}};
+    case TFXShape::KernelFilter:
         return {IntKernelParams(3), IntKernelParams(5)};
-    if (shape == TFXShape::FixedFilter)
+    case TFXShape::FixedFilter:
         return {{"fixed:3x3"}};
-    if (shape == TFXShape::FixedMaskFilter) {
+    case TFXShape::FixedMaskFilter: {
         TFXBenchParams p3{"mask:3x3"}, p5{"mask:5x5"};
         p5.MaskCode = ippMskSize5x5;
         return {p3, p5};
     }
-    return {{"kernel:5", {1, 1}, {0, 0}, {0.0625f, 0.25f, 0.375f, 0.25f, 0.0625f}, 2}};
+    case TFXShape::RowFilter:
+    case TFXShape::ColumnFilter:
+        return {{"kernel:5", {1, 1}, {0, 0}, {0.0625f, 0.25f, 0.375f, 0.25f, 0.0625f}, 2}};
+    case TFXShape::Lut:
+    case TFXShape::LutChannels: { // a full curve: 257 levels, an S-shaped mapping
+        TFXBenchParams params{"levels:257"};
+        for (int i = 0; i <= 256; ++i) {
+            params.LutLevels.push_back(i * (maxValue + 1) / 256);
+            const double x = i / 256.0;
+            params.LutValues.push_back(Ipp32s(maxValue * x * x * (3 - 2 * x)));
+        }
+        return {params};
+    }
+    case TFXShape::Histogram:
+    case TFXShape::HistogramChannels: { // what histogram equalisation asks for
+        TFXBenchParams params{"levels:" + std::to_string(maxValue + 1)};
+        params.HistLevels = maxValue + 1;
+        params.Upper = maxValue;
+        return {params};
+    }
+    case TFXShape::LutPalette:
+        return {{"bits:8"}};
+    default:
+        return {{"limits:96/160"}};
+    }
 }
 
 // A 1080p frame with the margins the primitive reads, rows 64-byte aligned, and its output.
@@ -78,11 +111,36 @@ public:
         FArgs.IntKernel = FIntKernel.data();
         FArgs.Divisor = params.Divisor;
         FArgs.MaskCode = params.MaskCode;
+        FParams = params;
+        for (int c = 0; c < 4; ++c) {
+            FArgs.Values[c] = FParams.LutValues.data();
+            FArgs.Levels[c] = FParams.LutLevels.data();
+            FArgs.LevelCounts[c] =
+                params.HistLevels > 0 ? params.HistLevels : int(params.LutLevels.size());
+            FArgs.Lower[c] = params.Lower;
+            FArgs.Upper[c] = params.Upper;
+            FHist[c].resize(std::size_t(std::max(params.HistLevels, 1)));
+            FHistLevels[c].resize(std::size_t(std::max(params.HistLevels, 1)));
+            FArgs.Hist[c] = FHist[c].data();
+            FArgs.HistLevels[c] = FHistLevels[c].data();
+        }
+        FPalette.resize(std::size_t(1) << params.BitSize);
+        for (std::size_t i = 0; i < FPalette.size(); ++i)
+            FPalette[i] = Ipp32u(0xFF000000u | i * 0x010101u);
+        FArgs.Palette = FPalette.data();
+        FArgs.BitSize = params.BitSize;
+        FLimits = {params.Limit,      params.Limit,      params.Limit,      0,   0,   0,
+                   params.UpperLimit, params.UpperLimit, params.UpperLimit, 255, 255, 255};
+        FArgs.Limit = FLimits.data();
+        FArgs.LimitValue = FLimits.data() + 3;
+        FArgs.UpperLimit = FLimits.data() + 6;
+        FArgs.UpperValue = FLimits.data() + 9;
         const prim::TFXMargins m = prim::FXShapeMargins(p.Shape, FArgs);
         const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
+        const int dstPixelBytes = prim::FXDstPixelBytes(p.Shape, p.Sample, p.Layout);
         const int srcRow = (kFrame.width + m.Left + m.Right) * pixelBytes;
         FArgs.SrcStep = (srcRow + 63) / 64 * 64;
-        FArgs.DstStep = (kFrame.width * pixelBytes + 63) / 64 * 64;
+        FArgs.DstStep = (kFrame.width * std::max(dstPixelBytes, 1) + 63) / 64 * 64;
         const std::size_t srcBytes =
             std::size_t(FArgs.SrcStep) * (kFrame.height + m.Top + m.Bottom);
         FSrc.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, srcBytes)));
@@ -95,7 +153,8 @@ public:
         FArgs.Src =
             FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * pixelBytes;
         FArgs.Dst = FDst.get();
-        FBytes = 2.0 * double(kFrame.width) * kFrame.height * pixelBytes; // read + written
+        FBytes =
+            double(kFrame.width) * kFrame.height * (pixelBytes + dstPixelBytes); // read + written
     }
 
     const prim::TFXShapeArgs& Args() const { return FArgs; }
@@ -108,6 +167,10 @@ private:
     prim::TFXShapeArgs FArgs;
     std::vector<Ipp32f> FKernel;
     std::vector<Ipp32s> FIntKernel;
+    TFXBenchParams FParams;
+    std::array<std::vector<Ipp32s>, 4> FHist, FHistLevels;
+    std::vector<Ipp32u> FPalette;
+    std::array<Ipp8u, 12> FLimits{};
     std::unique_ptr<Ipp8u, TFree> FSrc, FDst;
     double FBytes = 0;
 };
@@ -174,7 +237,7 @@ bool RegisterAll()
     const std::string frame =
         "/" + std::to_string(kFrame.width) + "x" + std::to_string(kFrame.height) + "/";
     for (const TFXPrimitiveInfo& p : prim::FXAllPrimitives())
-        for (const TFXBenchParams& params : ParamsFor(p.Shape)) {
+        for (const TFXBenchParams& params : ParamsFor(p)) {
             for (TFXSimdLevel level : kFXAllSimdLevels)
                 if (p.Has(level) && FXCpuSupports(level))
                     benchmark::RegisterBenchmark((std::string(p.Name) + "/" +

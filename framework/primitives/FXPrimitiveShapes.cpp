@@ -12,6 +12,13 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
     auto* typed = reinterpret_cast<FXShapeFn<S, T>*>(fn);
     const T* src = static_cast<const T*>(a.Src);
     T* dst = static_cast<T*>(a.Dst);
+    // The per-channel shapes take arrays of pointers and counts that they may not change.
+    std::array<const Ipp32s*, 4> values = a.Values, levels = a.Levels;
+    std::array<Ipp32s*, 4> hist = a.Hist, histLevels = a.HistLevels;
+    std::array<int, 4> counts = a.LevelCounts;
+    std::array<Ipp32s, 4> lower = a.Lower, upper = a.Upper;
+    const T* limit = static_cast<const T*>(a.Limit);
+    const T* limitValue = static_cast<const T*>(a.LimitValue);
     if constexpr (S == TFXShape::MaskFilter)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Mask, a.Anchor);
     else if constexpr (S == TFXShape::KernelFilter)
@@ -21,8 +28,26 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi);
     else if constexpr (S == TFXShape::FixedMaskFilter)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.MaskCode);
-    else
+    else if constexpr (S == TFXShape::RowFilter || S == TFXShape::ColumnFilter)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Kernel, a.KernelSize, a.KernelAnchor);
+    else if constexpr (S == TFXShape::Lut)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, values[0], levels[0], counts[0]);
+    else if constexpr (S == TFXShape::LutChannels)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, values.data(), levels.data(),
+                     counts.data());
+    else if constexpr (S == TFXShape::LutPalette)
+        return typed(src, a.SrcStep, static_cast<Ipp32u*>(a.Dst), a.DstStep, a.Roi, a.Palette,
+                     a.BitSize);
+    else if constexpr (S == TFXShape::Threshold)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, limit, limitValue);
+    else if constexpr (S == TFXShape::ThresholdBoth)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, limit, limitValue,
+                     static_cast<const T*>(a.UpperLimit), static_cast<const T*>(a.UpperValue));
+    else if constexpr (S == TFXShape::Histogram)
+        return typed(src, a.SrcStep, a.Roi, hist[0], histLevels[0], counts[0], lower[0], upper[0]);
+    else
+        return typed(src, a.SrcStep, a.Roi, hist.data(), histLevels.data(), counts.data(),
+                     lower.data(), upper.data());
 }
 
 template <TFXShape S> IppStatus CallShape(TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& a)
@@ -56,9 +81,10 @@ std::string_view FXSampleName(TFXSample sample)
 
 std::string_view FXShapeName(TFXShape shape)
 {
-    constexpr std::array<std::string_view, 6> kNames = {"MaskFilter",   "RowFilter",
-                                                        "ColumnFilter", "KernelFilter",
-                                                        "FixedFilter",  "FixedMaskFilter"};
+    constexpr std::array<std::string_view, 13> kNames = {
+        "MaskFilter",  "RowFilter",   "ColumnFilter", "KernelFilter", "FixedFilter",
+        "FixedMaskFilter", "Lut",     "LutChannels",  "LutPalette",   "Threshold",
+        "ThresholdBoth",   "Histogram", "HistogramChannels"};
     return kNames[static_cast<int>(shape)];
 }
 
@@ -81,8 +107,18 @@ TFXMargins FXShapeMargins(TFXShape shape, const TFXShapeArgs& a)
         const int r = a.MaskCode == ippMskSize5x5 ? 2 : a.MaskCode == ippMskSize3x3 ? 1 : 0;
         return {r, r, r, r};
     }
+    default: // point operations read only their own pixel
+        return {};
     }
-    return {};
+}
+
+int FXDstPixelBytes(TFXShape shape, TFXSample sample, TFXLayout layout)
+{
+    if (shape == TFXShape::Histogram || shape == TFXShape::HistogramChannels)
+        return 0;
+    if (shape == TFXShape::LutPalette)
+        return int(sizeof(Ipp32u));
+    return FXChannels(layout) * FXSampleBytes(sample);
 }
 
 IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& args)
@@ -100,6 +136,20 @@ IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXSh
         return CallShape<TFXShape::FixedFilter>(sample, fn, args);
     case TFXShape::FixedMaskFilter:
         return CallShape<TFXShape::FixedMaskFilter>(sample, fn, args);
+    case TFXShape::Lut:
+        return CallShape<TFXShape::Lut>(sample, fn, args);
+    case TFXShape::LutChannels:
+        return CallShape<TFXShape::LutChannels>(sample, fn, args);
+    case TFXShape::LutPalette:
+        return CallShape<TFXShape::LutPalette>(sample, fn, args);
+    case TFXShape::Threshold:
+        return CallShape<TFXShape::Threshold>(sample, fn, args);
+    case TFXShape::ThresholdBoth:
+        return CallShape<TFXShape::ThresholdBoth>(sample, fn, args);
+    case TFXShape::Histogram:
+        return CallShape<TFXShape::Histogram>(sample, fn, args);
+    case TFXShape::HistogramChannels:
+        return CallShape<TFXShape::HistogramChannels>(sample, fn, args);
     }
     return ippStsBadArgErr;
 }

@@ -4,6 +4,7 @@
 
 #include "framework/primitives/FXIppTypes.h"
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 
@@ -55,6 +56,21 @@ enum class TFXShape : std::uint8_t {
     FixedFilter,
     // (pSrc, srcStep, pDst, dstStep, roiSize, mask): a fixed kernel chosen by its mask code
     FixedMaskFilter,
+    // (pSrc, srcStep, pDst, dstStep, roiSize, pValues, pLevels, nLevels): one table
+    Lut,
+    // (pSrc, srcStep, pDst, dstStep, roiSize, pValues[], pLevels[], nLevels[]): one per channel
+    LutChannels,
+    // (pSrc, srcStep, pDst (Ipp32u), dstStep, roiSize, pTable, nBitSize)
+    LutPalette,
+    // (pSrc, srcStep, pDst, dstStep, roiSize, threshold[3], value[3])
+    Threshold,
+    // (pSrc, srcStep, pDst, dstStep, roiSize, thresholdLT[3], valueLT[3], thresholdGT[3],
+    //  valueGT[3])
+    ThresholdBoth,
+    // (pSrc, srcStep, roiSize, pHist, pLevels, nLevels, lowerLevel, upperLevel): no image out
+    Histogram,
+    // (pSrc, srcStep, roiSize, pHist[], pLevels[], nLevels[], lowerLevel[], upperLevel[])
+    HistogramChannels,
 };
 
 std::string_view FXShapeName(TFXShape shape);
@@ -90,6 +106,43 @@ template <class T> struct TFXShapeSignature<TFXShape::FixedMaskFilter, T> {
                          IppiMaskSize mask);
 };
 
+template <class T> struct TFXShapeSignature<TFXShape::Lut, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                         const Ipp32s* pValues, const Ipp32s* pLevels, int nLevels);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::LutChannels, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                         const Ipp32s* pValues[], const Ipp32s* pLevels[], int nLevels[]);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::LutPalette, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, Ipp32u* pDst, int dstStep, IppiSize roiSize,
+                         const Ipp32u* pTable, int nBitSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::Threshold, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                         const T threshold[3], const T value[3]);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ThresholdBoth, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                         const T thresholdLT[3], const T valueLT[3], const T thresholdGT[3],
+                         const T valueGT[3]);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::Histogram, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, IppiSize roiSize, Ipp32s* pHist,
+                         Ipp32s* pLevels, int nLevels, Ipp32s lowerLevel, Ipp32s upperLevel);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::HistogramChannels, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, IppiSize roiSize, Ipp32s* pHist[],
+                         Ipp32s* pLevels[], int nLevels[], Ipp32s lowerLevel[],
+                         Ipp32s upperLevel[]);
+};
+
 // The exact function type of a primitive of shape S on samples T (IPP's argument list).
 template <TFXShape S, class T> using FXShapeFn = typename TFXShapeSignature<S, T>::Fn;
 
@@ -116,6 +169,24 @@ struct TFXShapeArgs {
     const Ipp32s* IntKernel = nullptr; // KernelFilter
     int Divisor = 1;
     IppiMaskSize MaskCode = ippMskSize3x3; // FixedMaskFilter
+    // Lut (channel 0), LutChannels: channel c maps through Values[c], Levels[c], LevelCounts[c].
+    // Histogram (channel 0), HistogramChannels: LevelCounts, Lower and Upper describe the bins;
+    // the counts go to Hist[c], the levels to HistLevels[c].
+    std::array<const Ipp32s*, 4> Values{};
+    std::array<const Ipp32s*, 4> Levels{};
+    std::array<int, 4> LevelCounts{};
+    std::array<Ipp32s*, 4> Hist{};
+    std::array<Ipp32s*, 4> HistLevels{};
+    std::array<Ipp32s, 4> Lower{};
+    std::array<Ipp32s, 4> Upper{};
+    const Ipp32u* Palette = nullptr; // LutPalette
+    int BitSize = 0;
+    // Threshold (Limit, LimitValue) and ThresholdBoth (Limit and LimitValue below, UpperLimit
+    // and UpperValue above): three samples each, in storage order.
+    const void* Limit = nullptr;
+    const void* LimitValue = nullptr;
+    const void* UpperLimit = nullptr;
+    const void* UpperValue = nullptr;
 };
 
 // How many pixels a primitive reads beyond each edge of its ROI (legacy neighbourhood
@@ -128,6 +199,10 @@ struct TFXMargins {
 };
 
 TFXMargins FXShapeMargins(TFXShape shape, const TFXShapeArgs& args);
+
+// Bytes of one destination pixel: 0 for the histograms (they write counts, not an image),
+// 4 for the palette (32-bit pixels), else the source pixel's size.
+int FXDstPixelBytes(TFXShape shape, TFXSample sample, TFXLayout layout);
 
 // Calls fn, a function of the given shape and sample type, with args.
 IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& args);

@@ -114,10 +114,13 @@ TEST(PrimitiveRegistry, NamesAreSortedUniqueAndDescribeTheirSignature)
         EXPECT_EQ(prim::FXFindPrimitive(p.Name), &p);
         ASSERT_NE(p.Entry, nullptr) << p.Name;
         ASSERT_TRUE(p.Has(TFXSimdLevel::Ref)) << p.Name;
-        // The name spells the sample type and layout the registry claims.
-        const std::string suffix = "_" + std::string(prim::FXSampleName(p.Sample)) + "_" +
-                                   std::string(prim::FXLayoutName(p.Layout)) + "R";
-        EXPECT_TRUE(p.Name.ends_with(suffix)) << p.Name << " vs " << suffix;
+        // The name spells the sample type and layout the registry claims (a second type,
+        // the destination's, may follow the first: ippiLUTPalette_8u32u_C1R).
+        const std::string layout = "_" + std::string(prim::FXLayoutName(p.Layout)) + "R";
+        EXPECT_TRUE(p.Name.ends_with(layout)) << p.Name << " vs " << layout;
+        const std::string_view types = p.Name.substr(0, p.Name.size() - layout.size());
+        EXPECT_TRUE(types.substr(types.rfind('_') + 1).starts_with(prim::FXSampleName(p.Sample)))
+            << p.Name << " vs " << prim::FXSampleName(p.Sample);
     }
     EXPECT_EQ(names.size(), all.size());
     EXPECT_EQ(prim::FXFindPrimitive("ippiFilterBox_8u_C2R"), nullptr);

@@ -8,7 +8,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,7 +24,131 @@ namespace {
 using prim::TFXPrimitiveInfo;
 using prim::TFXShape;
 
+bool IsLut(const TFXPrimitiveInfo& p)
+{
+    return p.Shape == TFXShape::Lut || p.Shape == TFXShape::LutChannels;
+}
+
+bool Interpolates(const TFXPrimitiveInfo& p)
+{
+    return p.Name.find("LUT_Linear") != std::string_view::npos ||
+           p.Name.find("LUT_Cubic") != std::string_view::npos;
+}
+
+bool RepeatsALevel(std::vector<Ipp32s> levels)
+{
+    std::sort(levels.begin(), levels.end());
+    return std::adjacent_find(levels.begin(), levels.end()) != levels.end();
+}
+
+// Arguments where IPP's replacement is known to part from the legacy rule we keep (see
+// docs/primitives.md): it builds linear and cubic tables from intervals clipped to the sample
+// range, so an interval starting above the top sample overwrites the top sample's entry; its
+// 16-bit step table treats levels out of order differently from its 8-bit one, its 16-bit
+// cubic table writes 65535 (the 8-bit one 0) where a window repeats a level, its multi-channel
+// cubic tables all turn linear when one channel has fewer than four levels; its uniform
+// histogram floors the levels where the bins do not divide the range.
+bool Comparable(const TFXPrimitiveInfo& p, const TFXCase& c)
+{
+    const int maxValue = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
+    const int channels = prim::FXProcessedChannels(p.Layout);
+    if (p.Shape == TFXShape::LutChannels && p.Name.find("Cubic") != std::string_view::npos) {
+        int few = 0;
+        for (int ch = 0; ch < channels; ++ch)
+            few += c.LutLevels[ch].size() < 4 ? 1 : 0;
+        if (few != 0 && few != channels)
+            return false;
+    }
+    for (int ch = 0; ch < channels; ++ch) {
+        const std::vector<Ipp32s>& levels = c.LutLevels[ch];
+        if (Interpolates(p) &&
+            std::any_of(levels.begin(), levels.end() - 1, [&](Ipp32s l) { return l > maxValue; }))
+            return false;
+        if (IsLut(p) && !Interpolates(p) && p.Sample == prim::TFXSample::U16 &&
+            !std::is_sorted(levels.begin(), levels.end()))
+            return false;
+        if (p.Name.find("Cubic") != std::string_view::npos && p.Sample == prim::TFXSample::U16 &&
+            RepeatsALevel(levels))
+            return false;
+        const long long range = (long long)c.Upper[ch] - c.Lower[ch];
+        if (p.Shape == TFXShape::Histogram || p.Shape == TFXShape::HistogramChannels)
+            if (range <= 0 || range % (c.HistLevels[ch] - 1) != 0)
+                return false;
+    }
+    return true;
+}
+
+// The interpolated value before rounding, in extended precision: the linear interpolation,
+// or the cubic through the window of four levels around the interval (the last interval that
+// holds v decides). Only used to tell whether a sample is an exact half.
+long double Interpolated(const TFXPrimitiveInfo& p, const std::vector<Ipp32s>& levels,
+                         const std::vector<Ipp32s>& values, int v)
+{
+    const int n = int(levels.size());
+    for (int k = n - 2; k >= 0; --k) {
+        if (!(levels[k] <= v && v < levels[k + 1]))
+            continue;
+        int first = k, count = 2;
+        if (p.Name.find("Cubic") != std::string_view::npos && n >= 4)
+            first = std::clamp(k - 1, 0, n - 4), count = 4;
+        long double sum = 0;
+        for (int i = first; i < first + count; ++i) {
+            long double term = values[i];
+            for (int j = first; j < first + count; ++j)
+                if (j != i)
+                    term *= (long double)(v - levels[j]) / (long double)(levels[i] - levels[j]);
+            sum += term;
+        }
+        return sum;
+    }
+    return v;
+}
+
 class IppDifferential : public testing::TestWithParam<const TFXPrimitiveInfo*> {};
+
+// IPP's replacement of the linear and cubic tables rounds exact halves up on most samples and
+// down on the others, and its CPU paths (AVX-512, AVX2, SSE4.2) disagree on which (measured:
+// 87, 75 and 39 halves down of 933 on the same tables). We round every half up, so a sample
+// may differ by one where, and only where, the interpolated value is an exact half.
+void ExpectSameTableLookups(const TFXCaseImages& images, const std::vector<Ipp8u>& ours,
+                            const std::vector<Ipp8u>& theirs, long& halves, long& samples)
+{
+    const TFXPrimitiveInfo& p = images.Prim();
+    const TFXCase& c = images.Case();
+    const int sampleBytes = prim::FXSampleBytes(p.Sample);
+    for (int y = 0; y < c.Roi.height; ++y)
+        for (int x = 0; x < c.Roi.width; ++x)
+            for (int ch = 0; ch < prim::FXProcessedChannels(p.Layout); ++ch) {
+                const std::size_t at = images.DstOffset(x, y, ch);
+                const Ipp8u* src = images.SrcRoi() + std::size_t(y) * images.SrcStep() +
+                                   (std::size_t(x) * prim::FXChannels(p.Layout) + ch) * sampleBytes;
+                int a = ours[at], b = theirs[at], v = src[0];
+                if (sampleBytes == 2) {
+                    a |= ours[at + 1] << 8;
+                    b |= theirs[at + 1] << 8;
+                    v |= src[1] << 8;
+                }
+                ++samples;
+                if (a == b)
+                    continue;
+                const long double exact = Interpolated(p, c.LutLevels[ch], c.LutValues[ch], v);
+                const long double fraction = exact - std::floor(exact);
+                ASSERT_TRUE(std::abs(a - b) == 1 && std::abs(fraction - 0.5L) < 1e-9L)
+                    << "sample " << v << " of pixel (" << x << "," << y << ") channel " << ch
+                    << ": ours " << a << ", IPP " << b << ", exact " << double(exact) << "; "
+                    << c.Describe();
+                ++halves;
+            }
+    // Nothing else may differ: guards, padding and alpha.
+    for (std::size_t i = 0; i < ours.size(); ++i)
+        if (ours[i] != theirs[i] && images.FirstDamagedGuard(ours) == -1) {
+            bool inSample = false;
+            for (int y = 0; y < c.Roi.height && !inSample; ++y)
+                inSample =
+                    i >= images.DstOffset(0, y, 0) && i < images.DstOffset(c.Roi.width, y, 0);
+            ASSERT_TRUE(inSample) << "byte " << i << " differs outside the samples";
+        }
+}
 
 TEST_P(IppDifferential, EqualsRealIppByteForByte)
 {
@@ -27,7 +157,7 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
                         "FRAMIX_IPP_DIR): comparison skipped";
     const TFXPrimitiveInfo& p = *GetParam();
     int compared = 0;
-    long differing = 0, samples = 0;
+    long differing = 0, samples = 0, halves = 0;
     int worst = 0;
     std::string first;
     bool approximate = false;
@@ -35,6 +165,8 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
         if (p.Shape == TFXShape::MaskFilter && p.Name.find("Median") != std::string_view::npos &&
             (c.Mask.width % 2 == 0 || c.Mask.height % 2 == 0))
             continue; // an error for both
+        if (!Comparable(p, c))
+            continue;
         const TFXCaseImages images(p, c);
         const TFXRunResult ours = images.Run(p.Entry);
         ASSERT_EQ(ours.Status, ippStsNoErr) << c.Describe();
@@ -43,10 +175,22 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
         if (ipp.CaseSkipped())
             continue;
         if (!ipp.Ready())
-            GTEST_SKIP() << "the installed IPP has no replacement for " << p.Name;
+            GTEST_SKIP() << "the installed IPP has no replacement for " << p.Name << " or refuses "
+                         << c.Describe();
         ASSERT_EQ(ipp.Run(), 0) << "IPP failed on " << c.Describe();
         approximate = approximate || ipp.Approximate();
         ++compared;
+        if (Interpolates(p)) {
+            ExpectSameTableLookups(images, ours.Dst, theirs, halves, samples);
+            continue;
+        }
+        if (p.Shape != TFXShape::MaskFilter && p.Shape != TFXShape::RowFilter &&
+            p.Shape != TFXShape::ColumnFilter && p.Shape != TFXShape::KernelFilter &&
+            p.Shape != TFXShape::FixedFilter && p.Shape != TFXShape::FixedMaskFilter) {
+            // Exact: every byte of the destination (counts and levels for the histograms).
+            ASSERT_TRUE(ours.Dst == theirs) << c.Describe();
+            continue;
+        }
         const int sampleBytes = prim::FXSampleBytes(p.Sample);
         for (int y = 0; y < c.Roi.height; ++y)
             for (int x = 0; x < c.Roi.width; ++x)
@@ -68,6 +212,10 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
                 }
     }
     EXPECT_GT(compared, 0);
+    RecordProperty("compared_cases", compared);
+    if (Interpolates(p))
+        RecordProperty("exact_halves_differing",
+                       std::to_string(halves) + "/" + std::to_string(samples));
     if (p.Shape != TFXShape::RowFilter && p.Shape != TFXShape::ColumnFilter && !approximate) {
         EXPECT_EQ(differing, 0) << differing << " of " << samples << " samples differ; first at "
                                 << first;
@@ -82,6 +230,82 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     EXPECT_LE(differing * 100, samples)
         << differing << " of " << samples << " samples differ; first at " << first;
     RecordProperty("differing_samples", std::to_string(differing) + "/" + std::to_string(samples));
+}
+
+// The legacy argument types of each shape, as IPP's headers declare them (names dropped).
+const std::map<TFXShape, std::vector<std::string>> kLegacyArguments = {
+    {TFXShape::Threshold,
+     {"const Ipp8u*", "int", "Ipp8u*", "int", "IppiSize", "const Ipp8u[3]", "const Ipp8u[3]"}},
+    {TFXShape::ThresholdBoth,
+     {"const Ipp8u*", "int", "Ipp8u*", "int", "IppiSize", "const Ipp8u[3]", "const Ipp8u[3]",
+      "const Ipp8u[3]", "const Ipp8u[3]"}},
+    {TFXShape::LutPalette,
+     {"const Ipp8u*", "int", "Ipp32u*", "int", "IppiSize", "const Ipp32u*", "int"}},
+    {TFXShape::FixedMaskFilter,
+     {"const Ipp8u*", "int", "Ipp8u*", "int", "IppiSize", "IppiMaskSize"}},
+};
+
+// The legacy argument types of a primitive: its shape's, in its sample type.
+std::vector<std::string> LegacyArgumentsOf(const TFXPrimitiveInfo& p)
+{
+    const auto found = kLegacyArguments.find(p.Shape);
+    if (found == kLegacyArguments.end())
+        return {};
+    std::vector<std::string> types = found->second;
+    if (p.Sample == prim::TFXSample::U16)
+        for (std::string& t : types)
+            t = std::regex_replace(t, std::regex("Ipp8u"), "Ipp16u");
+    return types;
+}
+
+// The argument types of `name` in the installed headers, or nothing when it is not declared.
+std::vector<std::string> DeclaredArguments(const std::string& name)
+{
+    const std::string dir = std::string(FRAMIX_SOURCE_DIR) + "/.deps/ipp/include/ipp/";
+    for (const char* header : {"ippi.h", "ippcc.h", "ippcv.h", "ipps.h"}) {
+        std::ifstream in(dir + header);
+        const std::string text((std::istreambuf_iterator<char>(in)),
+                               std::istreambuf_iterator<char>());
+        const std::regex declaration("IPPAPI\\s*\\(\\s*IppStatus\\s*,\\s*" + name +
+                                     "\\s*,\\s*\\(([^)]*)\\)\\s*\\)");
+        std::smatch m;
+        if (!std::regex_search(text, m, declaration))
+            continue;
+        std::vector<std::string> types;
+        std::stringstream list(m[1].str());
+        for (std::string argument; std::getline(list, argument, ',');) {
+            // "const Ipp8u threshold[3]" -> "const Ipp8u[3]"
+            argument =
+                std::regex_replace(argument, std::regex("\\s*\\b\\w+\\s*(\\[\\d*\\])?\\s*$"), "$1");
+            argument = std::regex_replace(argument, std::regex("\\s+"), " ");
+            argument = std::regex_replace(argument, std::regex("^ | $| (?=\\*)"), "");
+            types.push_back(argument);
+        }
+        return types;
+    }
+    return {};
+}
+
+// Only names whose legacy arguments the installed IPP still declares and exports may bind to
+// it; the look-up tables kept their names with other arguments and must never be listed.
+TEST(IppVerifiedNames, AreExportedWithTheLegacyArguments)
+{
+    if (!FXRealIppLoaded())
+        GTEST_SKIP() << "real Intel IPP not found: verified names not checked";
+    const auto names = FXRealIppVerifiedNames();
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end())) << "the list is searched by bisection";
+    for (std::string_view name : names) {
+        const TFXPrimitiveInfo* p = prim::FXFindPrimitive(name);
+        ASSERT_NE(p, nullptr) << name << " is not a primitive of ours";
+        EXPECT_NE(FXRealIppSymbol(name), nullptr) << name << " is not exported";
+        const std::vector<std::string> expected = LegacyArgumentsOf(*p);
+        ASSERT_FALSE(expected.empty())
+            << "give the legacy arguments of shape " << prim::FXShapeName(p->Shape);
+        EXPECT_EQ(DeclaredArguments(std::string(name)), expected) << name;
+        EXPECT_EQ(name.find("ippiLUT_"), std::string_view::npos) << name;
+    }
+    // The check itself tells a changed signature apart.
+    EXPECT_NE(DeclaredArguments("ippiLUT_8u_C1R").size(), 8u);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllPrimitives, IppDifferential,

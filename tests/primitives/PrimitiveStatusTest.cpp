@@ -42,20 +42,62 @@ protected:
             EXPECT_TRUE(dst == images.Fresh()) << "an error must leave the destination alone";
         return s;
     }
-    bool IsMask() const { return GetParam()->Shape == TFXShape::MaskFilter; }
-    bool Is(TFXShape shape) const { return GetParam()->Shape == shape; }
-    bool IsOneDimensional() const { return Is(TFXShape::RowFilter) || Is(TFXShape::ColumnFilter); }
+    TFXShape Shape() const { return GetParam()->Shape; }
+    bool IsMask() const { return Shape() == TFXShape::MaskFilter; }
+    bool IsKernel() const
+    {
+        return Shape() == TFXShape::RowFilter || Shape() == TFXShape::ColumnFilter;
+    }
+    bool IsLut() const { return Shape() == TFXShape::Lut || Shape() == TFXShape::LutChannels; }
+    bool IsHistogram() const
+    {
+        return Shape() == TFXShape::Histogram || Shape() == TFXShape::HistogramChannels;
+    }
+    bool IsThreshold() const
+    {
+        return Shape() == TFXShape::Threshold || Shape() == TFXShape::ThresholdBoth;
+    }
+    bool Is(TFXShape shape) const { return Shape() == shape; }
+    bool IsOneDimensional() const { return IsKernel(); }
     bool IsMedian() const { return GetParam()->Name.find("Median") != std::string_view::npos; }
+    // The last channel the primitive processes: per-channel arguments are checked for all.
+    int LastChannel() const { return prim::FXProcessedChannels(GetParam()->Layout) - 1; }
 };
 
 TEST_P(PrimitiveStatus, NullPointersComeFirst)
 {
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Src = nullptr; }), ippStsNullPtrErr);
+    const int c = LastChannel();
+    if (IsHistogram()) { // no destination image: the outputs are the counts and levels
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.Hist[c] = nullptr; }), ippStsNullPtrErr);
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) {
+                      a.HistLevels[c] = nullptr, a.Roi = {0, 0};
+                  }),
+                  ippStsNullPtrErr);
+        return;
+    }
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr; }), ippStsNullPtrErr);
     // even when the size is bad too
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr, a.Roi = {0, 0}; }), ippStsNullPtrErr);
-    if (IsOneDimensional())
+    if (IsKernel())
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Kernel = nullptr; }), ippStsNullPtrErr);
+    if (IsLut()) {
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.Values[c] = nullptr; }), ippStsNullPtrErr);
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) {
+                      a.Levels[c] = nullptr, a.Roi = {0, 0};
+                  }),
+                  ippStsNullPtrErr);
+    }
+    if (Shape() == TFXShape::LutPalette)
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Palette = nullptr; }), ippStsNullPtrErr);
+    if (IsThreshold()) {
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Limit = nullptr; }), ippStsNullPtrErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.LimitValue = nullptr; }), ippStsNullPtrErr);
+    }
+    if (Shape() == TFXShape::ThresholdBoth) {
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.UpperLimit = nullptr; }), ippStsNullPtrErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.UpperValue = nullptr; }), ippStsNullPtrErr);
+    }
     if (Is(TFXShape::KernelFilter))
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.IntKernel = nullptr; }), ippStsNullPtrErr);
 }
@@ -73,6 +115,9 @@ TEST_P(PrimitiveStatus, StepsSmallerThanARowAreStepErrors)
     const int pixelBytes =
         prim::FXChannels(GetParam()->Layout) * prim::FXSampleBytes(GetParam()->Sample);
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.SrcStep = 0; }), ippStsStepErr);
+    EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.SrcStep = 4 * pixelBytes - 1; }), ippStsStepErr);
+    if (IsHistogram())
+        return; // no destination image
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.DstStep = -a.DstStep; }), ippStsStepErr);
     EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.DstStep = 4 * pixelBytes - 1; }), ippStsStepErr);
     if (GetParam()->Shape == TFXShape::RowFilter) // the source row must hold the kernel's reach
@@ -109,6 +154,38 @@ TEST_P(PrimitiveStatus, BadMasksAndAnchorsAreRejected)
             EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.MaskCode = IppiMaskSize(code); }),
                       ippStsMaskSizeErr)
                 << code;
+    }
+}
+
+// Tables and bins need two levels; the palette one to eight bits; a lower limit may equal but
+// not exceed its channel's upper limit. Sizes and steps are reported first, except that IPP
+// checks the palette's bit count before the steps.
+TEST_P(PrimitiveStatus, TablesLevelsAndLimitsOutOfRangeAreRejected)
+{
+    const int c = LastChannel();
+    if (IsLut() || IsHistogram()) {
+        const IppStatus levels = IsLut() ? ippStsLUTNofLevelsErr : ippStsHistoNofLevelsErr;
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.LevelCounts[c] = 1; }), levels);
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.LevelCounts[c] = -4; }), levels);
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.LevelCounts[c] = 0, a.SrcStep = 0; }),
+                  ippStsStepErr);
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.LevelCounts[c] = 2; }), ippStsNoErr);
+    }
+    if (Shape() == TFXShape::LutPalette) {
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.BitSize = 0; }), ippStsOutOfRangeErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.BitSize = 9; }), ippStsOutOfRangeErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.BitSize = 9, a.SrcStep = 0; }), ippStsOutOfRangeErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.BitSize = 9, a.Roi.width = 0; }), ippStsSizeErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.BitSize = 1; }), ippStsNoErr);
+    }
+    if (Shape() == TFXShape::ThresholdBoth) {
+        static const Ipp8u kLow[3] = {10, 200, 10}, kHigh[3] = {20, 199, 10};
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Limit = kLow, a.UpperLimit = kHigh; }),
+                  ippStsThresholdErr);
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Limit = kLow, a.UpperLimit = kLow; }), ippStsNoErr);
+        EXPECT_EQ(
+            Call([](TFXShapeArgs& a) { a.Limit = kLow, a.UpperLimit = kHigh, a.DstStep = 0; }),
+            ippStsStepErr);
     }
 }
 

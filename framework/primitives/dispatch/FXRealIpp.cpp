@@ -13,16 +13,30 @@
 namespace framix {
 namespace {
 
-// Keep sorted: FXRealIppVerified searches it. One name a line, so each family adds its lines.
+// Names whose legacy argument list the real IPP still exports unchanged (checked against its
+// headers). One name a line, in any order: the list is sorted at compile time, so each family
+// adds its own lines. The look-up tables (ippiLUT*) must never be here: modern IPP kept their
+// names but takes a prepared table instead of the level arrays.
 // clang-format off
-constexpr std::array<std::string_view, 6> kVerifiedNames = {
-    "ippiFilterMedianColor_8u_AC4R",
-    "ippiFilterMedianColor_8u_C3R",
-    "ippiFilterMedianCross_16u_C1R",
-    "ippiFilterMedianCross_8u_AC4R",
-    "ippiFilterMedianCross_8u_C1R",
-    "ippiFilterMedianCross_8u_C3R",
-};
+constexpr auto kVerifiedNames = [] {
+    auto names = std::to_array<std::string_view>({
+        "ippiFilterMedianColor_8u_AC4R",
+        "ippiFilterMedianColor_8u_C3R",
+        "ippiFilterMedianCross_16u_C1R",
+        "ippiFilterMedianCross_8u_AC4R",
+        "ippiFilterMedianCross_8u_C1R",
+        "ippiFilterMedianCross_8u_C3R",
+        "ippiLUTPalette_8u32u_C1R",
+        "ippiThreshold_GTVal_8u_AC4R",
+        "ippiThreshold_GTVal_8u_C3R",
+        "ippiThreshold_LTValGTVal_8u_AC4R",
+        "ippiThreshold_LTValGTVal_8u_C3R",
+        "ippiThreshold_LTVal_8u_AC4R",
+        "ippiThreshold_LTVal_8u_C3R",
+    });
+    std::ranges::sort(names);
+    return names;
+}();
 // clang-format on
 
 std::string Narrow(const wchar_t* name)

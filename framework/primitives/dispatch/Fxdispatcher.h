@@ -8,12 +8,18 @@
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterFixedMedian.h"
 #include "framework/primitives/families/FilterKernel.h"
+#include "framework/primitives/families/Histogram.h"
+#include "framework/primitives/families/Lut.h"
+#include "framework/primitives/families/Threshold.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
 #define FX_FXDISPATCHER_VARIABLES(V)                                                               \
     FX_FILTER_BOX_PRIMITIVES(V)                                                                    \
     FX_FILTER_KERNEL_PRIMITIVES(V)                                                                 \
-    FX_FILTER_FIXED_MEDIAN_PRIMITIVES(V)
+    FX_FILTER_FIXED_MEDIAN_PRIMITIVES(V)                                                           \
+    FX_LUT_PRIMITIVES(V)                                                                           \
+    FX_THRESHOLD_PRIMITIVES(V)                                                                     \
+    FX_HISTOGRAM_PRIMITIVES(V)
 
 namespace framix::ipp {
 FX_FXDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

@@ -7,10 +7,16 @@
 #include "framework/primitives/families/FilterFixedMedian.h"
 #include "framework/primitives/families/FilterKernel.h"
 #include "framework/primitives/families/FilterSeparable.h"
+#include "framework/primitives/families/Histogram.h"
+#include "framework/primitives/families/Lut.h"
+#include "framework/primitives/families/Threshold.h"
 
 // F(Family, X-list macro)
 #define FX_PRIMITIVE_FAMILIES(F)                                                                   \
     F(FilterBox, FX_FILTER_BOX_PRIMITIVES)                                                         \
     F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
     F(FilterKernel, FX_FILTER_KERNEL_PRIMITIVES)                                                   \
-    F(FilterFixedMedian, FX_FILTER_FIXED_MEDIAN_PRIMITIVES)
+    F(FilterFixedMedian, FX_FILTER_FIXED_MEDIAN_PRIMITIVES)                                        \
+    F(Lut, FX_LUT_PRIMITIVES)                                                                      \
+    F(Threshold, FX_THRESHOLD_PRIMITIVES)                                                          \
+    F(Histogram, FX_HISTOGRAM_PRIMITIVES)

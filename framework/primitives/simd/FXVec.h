@@ -7,6 +7,8 @@
 //   kVecBytes                         bytes per vector
 //   VU8, VU16                         samples as they lie in memory (kVecBytes / sizeof lanes)
 //     Load(const T*), Store(T*, v), Min, Max
+//     CmpEq(VU8, VU8) (all-ones lanes where equal), Select(mask, a, b) (a where the mask lane
+//     is all ones, else b)
 //   VI32, VF32                        32-bit lanes (kLanes32 = kVecBytes / 4)
 //     LoadWiden(const Ipp8u*|const Ipp16u*)    kLanes32 samples, zero-extended
 //     LoadI32, StoreI32, SplatI32, Add, Sub, MulLo, CmpGt (all-ones lanes where a > b), And

@@ -39,6 +39,14 @@ inline VU8 Max(VU8 a, VU8 b)
 {
     return {_mm512_max_epu8(a.V, b.V)};
 }
+inline VU8 CmpEq(VU8 a, VU8 b)
+{
+    return {_mm512_movm_epi8(_mm512_cmpeq_epi8_mask(a.V, b.V))};
+}
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm512_mask_blend_epi8(_mm512_movepi8_mask(mask.V), b.V, a.V)};
+}
 
 inline VU16 Load(const Ipp16u* p)
 {
@@ -214,10 +222,6 @@ inline VU8 NarrowU8(VI16 lo, VI16 hi)
 {
     return {_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7),
                                      _mm512_packus_epi16(lo.V, hi.V))};
-}
-inline VU8 Select(VU8 mask, VU8 a, VU8 b)
-{
-    return {_mm512_mask_blend_epi8(_mm512_movepi8_mask(mask.V), b.V, a.V)};
 }
 // Pairs for the multiply-add instructions. ZipLo/ZipHi interleave two vectors (within each
 // 128-bit block); MulAddPairs multiplies the interleaved samples by weight pairs and adds each

@@ -40,6 +40,14 @@ inline VU8 Max(VU8 a, VU8 b)
 {
     return {_mm_max_epu8(a.V, b.V)};
 }
+inline VU8 CmpEq(VU8 a, VU8 b)
+{
+    return {_mm_cmpeq_epi8(a.V, b.V)};
+}
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm_blendv_epi8(b.V, a.V, mask.V)};
+}
 
 inline VU16 Load(const Ipp16u* p)
 {
@@ -215,10 +223,6 @@ inline VI16 Select(VI16 mask, VI16 a, VI16 b)
 inline VU8 NarrowU8(VI16 lo, VI16 hi)
 {
     return {_mm_packus_epi16(lo.V, hi.V)};
-}
-inline VU8 Select(VU8 mask, VU8 a, VU8 b)
-{
-    return {_mm_blendv_epi8(b.V, a.V, mask.V)};
 }
 // Pairs for the multiply-add instructions. ZipLo/ZipHi interleave two vectors (within each
 // 128-bit block); MulAddPairs multiplies the interleaved samples by weight pairs and adds each

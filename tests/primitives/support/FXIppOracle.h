@@ -9,6 +9,7 @@
 #include "framework/primitives/families/FilterKernel.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -31,6 +32,11 @@ inline bool FXRealIppLoaded()
 // - row and column filters: ippiFilterBorder with a 1xK (Kx1) float kernel rounding to
 //   nearest; it runs the kernel in direct order around (K - 1) / 2, so the kernel is reversed
 //   and the source shifted.
+// The look-up tables kept their names but take a prepared table now: ippiLUT_Init_8u/16u
+// (ippNearest, ippLinear or ippCubic) with the same per-channel arrays, then ippiLUT_<type>.
+// The even histogram became ippiHistogramUniformInit + ippiHistogram (unsigned counts; no AC4
+// form, so AC4 runs as C4 and alpha's counts are dropped); its levels come from
+// ippiHistogramGetLevels. Threshold and the palette are exported unchanged.
 // - the general integer kernel: ippiFilterBorder with the reversed kernel as 16-bit weights,
 //   the divisor, ippRndNear and the accurate mode (its default mode may be off by one); AC4
 //   through C4, the alpha bytes put back afterwards;
@@ -72,6 +78,18 @@ public:
                    p.Shape == prim::TFXShape::FixedMaskFilter) {
             if (!PrepareKernelFamily(src, type, channels))
                 return;
+        } else if (p.Shape == prim::TFXShape::Lut || p.Shape == prim::TFXShape::LutChannels) {
+            if (!PrepareLut(type, channels))
+                return;
+        } else if (p.Shape == prim::TFXShape::Histogram ||
+                   p.Shape == prim::TFXShape::HistogramChannels) {
+            if (!PrepareHistogram(type, suffix))
+                return;
+        } else if (p.Shape != prim::TFXShape::RowFilter &&
+                   p.Shape != prim::TFXShape::ColumnFilter) {
+            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(p.Name)); // unchanged
+            if (FSame == nullptr)
+                return;
         } else {
             auto getSize = Symbol<TGetSize>("ippiFilterBorderGetSize");
             auto init = Symbol<TInit>("ippiFilterBorderInit_32f");
@@ -106,12 +124,20 @@ public:
         return FKind == TKind::FilterBorder && FPrim.Sample == prim::TFXSample::U16;
     }
 
-    // IPP's status (modern numbering); writes args.Dst.
+    // IPP's status (modern numbering); writes args.Dst (the histograms: args.Hist and
+    // args.HistLevels).
     int Run()
     {
         const Ipp8u zeros[8] = {};
         if (FKind != TKind::Legacy)
             return RunKernelFamily(zeros);
+        if (FSame != nullptr)
+            return prim::FXCallShape(FPrim.Shape, FPrim.Sample, FSame, FArgs);
+        if (FLut != nullptr)
+            return FLut(FArgs.Src, FArgs.SrcStep, FArgs.Dst, FArgs.DstStep, FArgs.Roi,
+                        FSpec.data());
+        if (FHistogram != nullptr)
+            return RunHistogram();
         if (FPrim.Shape == prim::TFXShape::MaskFilter)
             return FMask(FSrc, FArgs.SrcStep, FArgs.Dst, FArgs.DstStep, FArgs.Roi, FArgs.Mask,
                          kIppBorderInMem, zeros, FBuffer.data());
@@ -124,6 +150,87 @@ private:
     static constexpr int kIppBorderInMem = 0xF0;
     static constexpr int kIpp8u = 1, kIpp16u = 5, kIpp32f = 13;
     static constexpr int kIppRndNear = 1;
+    static constexpr int kIppNearest = 1, kIppLinear = 2, kIppCubic = 6;
+    static constexpr int kIppAC4 = 9;
+
+    bool PrepareLut(int type, int channels)
+    {
+        auto getSize = Symbol<TLutGetSize>("ippiLUT_GetSize");
+        auto init = Symbol<TLutInit>(type == kIpp8u ? "ippiLUT_Init_8u" : "ippiLUT_Init_16u");
+        // ippiLUT_Linear_8u_C3R -> ippiLUT_8u_C3R
+        const std::string name(FPrim.Name);
+        FLut = Symbol<TLut>("ippiLUT" + name.substr(name.rfind('_', name.rfind('_') - 1)));
+        const int interp = name.find("_Linear") != std::string::npos  ? kIppLinear
+                           : name.find("_Cubic") != std::string::npos ? kIppCubic
+                                                                      : kIppNearest;
+        const int chan = FPrim.Layout == prim::TFXLayout::AC4 ? kIppAC4 : channels;
+        std::array<const Ipp32s*, 4> values = FArgs.Values, levels = FArgs.Levels;
+        std::array<int, 4> counts = FArgs.LevelCounts;
+        int size = 0;
+        if (getSize == nullptr || init == nullptr || FLut == nullptr ||
+            getSize(interp, type, chan, FArgs.Roi, counts.data(), &size) != 0)
+            return false;
+        FSpec.resize(std::size_t(size) + 64);
+        return init(interp, chan, FArgs.Roi, values.data(), levels.data(), counts.data(),
+                    FSpec.data()) == 0;
+    }
+
+    bool PrepareHistogram(int type, const std::string& suffix)
+    {
+        FChannels = prim::FXChannels(FPrim.Layout); // AC4 counts as C4
+        FCounted = prim::FXProcessedChannels(FPrim.Layout);
+        auto bufferSize = Symbol<THistogramBufferSize>("ippiHistogramGetBufferSize");
+        auto init = Symbol<THistogramInit>("ippiHistogramUniformInit");
+        FGetLevels = Symbol<THistogramLevels>("ippiHistogramGetLevels");
+        FHistogram = Symbol<THistogram>("ippiHistogram" + (FPrim.Layout == prim::TFXLayout::AC4
+                                                               ? std::string("_8u_C4R")
+                                                               : suffix));
+        std::array<Ipp32f, 4> lower{}, upper{};
+        std::array<int, 4> counts{};
+        for (int c = 0; c < FChannels; ++c) {
+            const int k = c < FCounted ? c : 0; // alpha of AC4: any valid bins
+            lower[c] = Ipp32f(FArgs.Lower[k]);
+            upper[c] = Ipp32f(FArgs.Upper[k]);
+            counts[c] = FArgs.LevelCounts[k];
+        }
+        int specSize = 0, size = 0;
+        if (bufferSize == nullptr || init == nullptr || FGetLevels == nullptr ||
+            FHistogram == nullptr ||
+            bufferSize(type, FArgs.Roi, counts.data(), FChannels, 1, &specSize, &size) != 0)
+            return false;
+        FSpec.resize(std::size_t(specSize) + 64);
+        FBuffer.resize(std::size_t(size) + 64);
+        if (init(type, lower.data(), upper.data(), counts.data(), FChannels, FSpec.data()) < 0)
+            return false;
+        for (int c = 0; c < FChannels; ++c) {
+            FCounts[c].resize(std::size_t(counts[c]) - 1);
+            FLevels[c].resize(std::size_t(counts[c]));
+        }
+        return true;
+    }
+
+    int RunHistogram()
+    {
+        std::array<Ipp32u*, 4> counts{};
+        std::array<Ipp32f*, 4> levels{};
+        for (int c = 0; c < FChannels; ++c) {
+            counts[c] = FCounts[c].data();
+            levels[c] = FLevels[c].data();
+        }
+        // One channel passes its counts directly, several an array of them.
+        const int s = FHistogram(FArgs.Src, FArgs.SrcStep, FArgs.Roi,
+                                 FChannels == 1 ? static_cast<void*>(counts[0]) : counts.data(),
+                                 FSpec.data(), FBuffer.data());
+        if (s != 0 || FGetLevels(FSpec.data(), levels.data()) != 0)
+            return s != 0 ? s : -1;
+        for (int c = 0; c < FCounted; ++c) {
+            for (std::size_t k = 0; k < FCounts[c].size(); ++k)
+                FArgs.Hist[c][k] = Ipp32s(FCounts[c][k]);
+            for (std::size_t k = 0; k < FLevels[c].size(); ++k)
+                FArgs.HistLevels[c][k] = Ipp32s(FLevels[c][k]);
+        }
+        return 0;
+    }
 
     // Border values are passed by value (C1) or by pointer (C3, C4) depending on the function;
     // both travel in an integer register, so one pointer-typed declaration serves.
@@ -134,6 +241,13 @@ private:
     using TInit = int (*)(const Ipp32f*, IppiSize, int, int, int, void*);
     using TKernelFilter = int (*)(const void*, int, void*, int, IppiSize, int, const void*,
                                   const void*, Ipp8u*);
+    using TLutGetSize = int (*)(int, int, int, IppiSize, const int*, int*);
+    using TLutInit = int (*)(int, int, IppiSize, const Ipp32s**, const Ipp32s**, int*, void*);
+    using TLut = int (*)(const void*, int, void*, int, IppiSize, void*);
+    using THistogramBufferSize = int (*)(int, IppiSize, const int*, int, int, int*, int*);
+    using THistogramInit = int (*)(int, Ipp32f*, Ipp32f*, int*, int, void*);
+    using THistogramLevels = int (*)(const void*, Ipp32f**);
+    using THistogram = int (*)(const void*, int, IppiSize, void*, const void*, Ipp8u*);
 
     template <class Fn> static Fn Symbol(const std::string& name)
     {
@@ -334,6 +448,13 @@ private:
     const Ipp8u* FSrc = nullptr;
     TMaskFilter FMask = nullptr;
     TKernelFilter FKernel = nullptr;
+    prim::TFXAnyFn FSame = nullptr;
+    TLut FLut = nullptr;
+    THistogram FHistogram = nullptr;
+    THistogramLevels FGetLevels = nullptr;
+    int FChannels = 0, FCounted = 0;
+    std::array<std::vector<Ipp32u>, 4> FCounts;
+    std::array<std::vector<Ipp32f>, 4> FLevels;
     std::vector<Ipp8u> FSpec, FBuffer;
     bool FReady = false;
     bool FCaseSkipped = false;

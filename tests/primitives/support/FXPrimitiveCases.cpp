@@ -3,6 +3,7 @@
 #include "tests/primitives/support/FXPrimitiveCases.h"
 
 #include <algorithm>
+#include <cstring>
 #include <random>
 #include <sstream>
 
@@ -99,6 +100,149 @@ void IntKernelFor(int variant, TFXCase& c, std::mt19937& rng)
     }
 }
 
+bool IsLut(TFXShape s)
+{
+    return s == TFXShape::Lut || s == TFXShape::LutChannels;
+}
+
+bool IsHistogram(TFXShape s)
+{
+    return s == TFXShape::Histogram || s == TFXShape::HistogramChannels;
+}
+
+int Uniform(std::mt19937& rng, int lo, int hi)
+{
+    return lo + int(rng() % unsigned(hi - lo + 1));
+}
+
+// n distinct levels in [lo, hi], ascending.
+std::vector<Ipp32s> AscendingLevels(std::mt19937& rng, int n, int lo, int hi)
+{
+    std::vector<Ipp32s> levels;
+    while (int(levels.size()) < n) {
+        const int l = Uniform(rng, lo, hi);
+        if (std::find(levels.begin(), levels.end(), l) == levels.end())
+            levels.push_back(l);
+    }
+    std::sort(levels.begin(), levels.end());
+    return levels;
+}
+
+// One channel's table; `variant` picks the kind of table.
+void LutTableFor(int variant, int maxValue, std::mt19937& rng, std::vector<Ipp32s>& levels,
+                 std::vector<Ipp32s>& values)
+{
+    int lowValue = -maxValue / 4, highValue = maxValue + maxValue / 4; // saturates both ways
+    switch (variant % 8) {
+    case 0: // a level per sample value (per 256 for 16 bits), as a curve editor fills it
+        levels.clear();
+        for (int l = 0; l <= maxValue + 1; l += (maxValue + 1) / 256)
+            levels.push_back(l);
+        break;
+    case 1: // a few ascending levels inside and around the range
+        levels = AscendingLevels(rng, Uniform(rng, 2, 9), -3, maxValue + 3);
+        break;
+    case 2: // levels in no order: the last interval holding a sample decides
+        levels = AscendingLevels(rng, Uniform(rng, 3, 6), -3, maxValue + 3);
+        std::shuffle(levels.begin(), levels.end(), rng);
+        break;
+    case 3: { // repeated levels: empty intervals, cubic windows without a curve
+        levels = AscendingLevels(rng, Uniform(rng, 3, 6), 0, maxValue);
+        const std::size_t i = rng() % levels.size();
+        levels.insert(levels.begin() + std::ptrdiff_t(i), levels[i]);
+        break;
+    }
+    case 4: { // a narrow band: most samples lie outside and keep their value
+        const int lo = Uniform(rng, 0, maxValue / 2);
+        levels = AscendingLevels(rng, 5, lo, lo + maxValue / 8 + 5);
+        break;
+    }
+    case 5: // two or three levels (the cubic becomes linear)
+        levels = AscendingLevels(rng, Uniform(rng, 2, 3), -3, maxValue + 3);
+        break;
+    case 6: // even level steps with odd value steps: exact halves to round
+        levels.clear();
+        for (int l = 0; l <= maxValue + 1; l += (maxValue + 1) / 8)
+            levels.push_back(l);
+        lowValue = 0;
+        highValue = maxValue;
+        break;
+    default: // levels far apart and huge values: saturation, beyond exact cubic arithmetic
+        levels = {-100000, Uniform(rng, 0, maxValue / 2), Uniform(rng, maxValue / 2 + 1, maxValue),
+                  200000};
+        lowValue = -5000000;
+        highValue = 5000000;
+    }
+    values.resize(levels.size());
+    for (auto& v : values)
+        v = lowValue + Ipp32s(rng() % unsigned(highValue - lowValue + 1));
+    if (variant % 8 == 6)
+        for (std::size_t i = 1; i < values.size(); ++i)
+            values[i] = values[i - 1] + 2 * int(rng() % 40) - 39; // odd steps
+}
+
+// One channel's bins; `variant` picks the kind.
+void HistogramFor(int variant, int maxValue, std::mt19937& rng, int& levels, Ipp32s& lower,
+                  Ipp32s& upper)
+{
+    switch (variant % 7) {
+    case 0: // a bin per value
+        levels = maxValue + 2, lower = 0, upper = maxValue + 1;
+        break;
+    case 1: // the top value outside the last bin
+        levels = maxValue + 1, lower = 0, upper = maxValue;
+        break;
+    case 2: // bins that do not divide the range: the first ones are wider
+        levels = 13, lower = 0, upper = maxValue;
+        break;
+    case 3: // anywhere, beyond the sample range too
+        levels = Uniform(rng, 2, 40);
+        lower = Uniform(rng, -10, maxValue / 2);
+        upper = Uniform(rng, lower + 1, maxValue + 10);
+        break;
+    case 4: // an empty range
+        levels = 5, lower = upper = Uniform(rng, 0, maxValue);
+        break;
+    case 5: // upper below lower: descending levels, nothing counted
+        levels = 4, lower = maxValue * 3 / 4, upper = maxValue / 5;
+        break;
+    default: // one bin for every sample
+        levels = 2, lower = 0, upper = maxValue + 1;
+    }
+}
+
+// The parameters of the point operations for case n.
+void PointParameters(const prim::TFXPrimitiveInfo& p, int n, std::mt19937& rng, TFXCase& c)
+{
+    const int maxValue = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
+    for (int ch = 0; ch < prim::FXProcessedChannels(p.Layout); ++ch) {
+        // Channels of one case get different kinds of tables.
+        if (IsLut(p.Shape))
+            LutTableFor(n + 3 * ch, maxValue, rng, c.LutLevels[ch], c.LutValues[ch]);
+        if (IsHistogram(p.Shape)) // odd cases: every channel the same kind of bins
+            HistogramFor(n % 2 ? n : n + 2 * ch, maxValue, rng, c.HistLevels[ch], c.Lower[ch],
+                         c.Upper[ch]);
+    }
+    if (p.Shape == TFXShape::LutPalette) {
+        const int bits[] = {8, 1, 3, 4, 7};
+        c.BitSize = bits[n % 5];
+        c.Palette.resize(std::size_t(1) << c.BitSize);
+        for (auto& v : c.Palette)
+            v = Ipp32u(rng());
+    }
+    if (p.Shape == TFXShape::Threshold || p.Shape == TFXShape::ThresholdBoth)
+        for (int ch = 0; ch < 3; ++ch) {
+            // Some limits at the ends of the range, where nothing (or everything) is replaced.
+            const int kind = int(rng() % 8);
+            c.Limit[ch] = kind == 0 ? 0 : kind == 1 ? 255 : Ipp8u(rng());
+            c.UpperLimit[ch] = kind == 2 ? c.Limit[ch] : Ipp8u(rng());
+            if (p.Shape == TFXShape::ThresholdBoth && c.Limit[ch] > c.UpperLimit[ch])
+                std::swap(c.Limit[ch], c.UpperLimit[ch]);
+            c.LimitValue[ch] = Ipp8u(rng());
+            c.UpperValue[ch] = Ipp8u(rng());
+        }
+}
+
 } // namespace
 
 std::string TFXCase::Describe() const
@@ -116,6 +260,19 @@ std::string TFXCase::Describe() const
         s << "} / " << Divisor;
     }
     s << ", mask code " << int(MaskCode);
+    for (int c = 0; c < 4; ++c) {
+        s << "; channel " << c << ": levels";
+        for (Ipp32s l : LutLevels[c])
+            s << " " << l;
+        s << ", values";
+        for (Ipp32s v : LutValues[c])
+            s << " " << v;
+        s << ", bins " << HistLevels[c] << " over " << Lower[c] << " ... " << Upper[c];
+    }
+    s << "; palette of " << BitSize << " bits; limits";
+    for (int c = 0; c < 3; ++c)
+        s << " " << int(Limit[c]) << "->" << int(LimitValue[c]) << "/" << int(UpperLimit[c]) << "->"
+          << int(UpperValue[c]);
     return s.str();
 }
 
@@ -157,6 +314,7 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
                 const int k = int(c.Kernel.size());
                 c.KernelAnchor = rep == 0 ? k / 2 : rep == 1 ? k - 1 : int(rng() % k);
             }
+            PointParameters(p, n, rng, c);
             cases.push_back(c);
         }
     // One larger image, so every vector kernel runs several full vectors per row.
@@ -178,6 +336,8 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
     } else if (p.Shape == TFXShape::RowFilter || p.Shape == TFXShape::ColumnFilter) {
         big.Kernel = {0.1f, 0.2f, 0.4f, 0.2f, 0.1f};
         big.KernelAnchor = 2;
+    } else {
+        PointParameters(p, 1, rng, big);
     }
     cases.push_back(big);
     return cases;
@@ -188,14 +348,14 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
 {
     const int sampleBytes = prim::FXSampleBytes(prim.Sample);
     FPixelBytes = prim::FXChannels(prim.Layout) * sampleBytes;
+    FDstPixelBytes = prim::FXDstPixelBytes(prim.Shape, prim.Sample, prim.Layout);
     const prim::TFXMargins m = prim::FXShapeMargins(prim.Shape, Args(nullptr));
     const int left = m.Left + c.Extra.Left, right = m.Right + c.Extra.Right;
     const int top = m.Top + c.Extra.Top, bottom = m.Bottom + c.Extra.Bottom;
     const int srcRowBytes = (c.Roi.width + left + right) * FPixelBytes;
     const int srcRows = c.Roi.height + top + bottom;
-    // Steps stay multiples of the sample size, as IPP requires for 16-bit images.
+    // Steps stay multiples of the sample size, as IPP requires for 16- and 32-bit images.
     const int srcPad = c.SrcPad - c.SrcPad % sampleBytes;
-    const int dstPad = c.DstPad - c.DstPad % sampleBytes;
     FSrcStep = srcRowBytes + srcPad;
     FSrcSize = std::size_t(FSrcStep) * (srcRows - 1) + srcRowBytes;
     FSrc.reset(new Ipp8u[FSrcSize]);
@@ -203,9 +363,22 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
     for (std::size_t i = 0; i < FSrcSize; ++i)
         FSrc[i] = Ipp8u(rng());
     FSrcRoi = FSrc.get() + std::size_t(top) * FSrcStep + std::size_t(left) * FPixelBytes;
-    const int dstRowBytes = c.Roi.width * FPixelBytes;
-    FDstStep = dstRowBytes + dstPad;
-    FDstInit.assign(2 * kFXGuardBytes + std::size_t(FDstStep) * (c.Roi.height - 1) + dstRowBytes,
+    if (FDstPixelBytes == 0) { // histograms: per channel the counts, then the levels
+        std::size_t at = 0;
+        for (int ch = 0; ch < prim::FXProcessedChannels(prim.Layout); ++ch) {
+            FHistAt[ch] = at;
+            at += (2 * std::size_t(c.HistLevels[ch]) - 1) * sizeof(Ipp32s);
+        }
+        FDstRowBytes = at;
+        FDstRows = 1;
+        FDstStep = int(at);
+    } else {
+        const int dstSampleBytes = prim.Shape == TFXShape::LutPalette ? 4 : sampleBytes;
+        FDstRowBytes = std::size_t(c.Roi.width) * FDstPixelBytes;
+        FDstRows = c.Roi.height;
+        FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % dstSampleBytes;
+    }
+    FDstInit.assign(2 * kFXGuardBytes + std::size_t(FDstStep) * (FDstRows - 1) + FDstRowBytes,
                     kSentinel);
 }
 
@@ -225,6 +398,26 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.IntKernel = FCase.IntKernel.data();
     a.Divisor = FCase.Divisor;
     a.MaskCode = FCase.MaskCode;
+    const bool histogram = FDstPixelBytes == 0 && dstAllocation != nullptr;
+    for (int c = 0; c < 4; ++c) {
+        a.Values[c] = FCase.LutValues[c].data();
+        a.Levels[c] = FCase.LutLevels[c].data();
+        a.LevelCounts[c] =
+            IsHistogram(FPrim.Shape) ? FCase.HistLevels[c] : int(FCase.LutLevels[c].size());
+        a.Lower[c] = FCase.Lower[c];
+        a.Upper[c] = FCase.Upper[c];
+        if (histogram && c < prim::FXProcessedChannels(FPrim.Layout)) {
+            auto* counts = reinterpret_cast<Ipp32s*>(dstAllocation + kFXGuardBytes + FHistAt[c]);
+            a.Hist[c] = counts;
+            a.HistLevels[c] = counts + FCase.HistLevels[c] - 1;
+        }
+    }
+    a.Palette = FCase.Palette.data();
+    a.BitSize = FCase.BitSize;
+    a.Limit = FCase.Limit.data();
+    a.LimitValue = FCase.LimitValue.data();
+    a.UpperLimit = FCase.UpperLimit.data();
+    a.UpperValue = FCase.UpperValue.data();
     return a;
 }
 
@@ -238,17 +431,31 @@ TFXRunResult TFXCaseImages::Run(prim::TFXAnyFn fn) const
 
 std::size_t TFXCaseImages::DstOffset(int x, int y, int c) const
 {
-    return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FPixelBytes +
+    return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes +
            std::size_t(c) * prim::FXSampleBytes(FPrim.Sample);
+}
+
+std::vector<Ipp32s> TFXCaseImages::Counts(const std::vector<Ipp8u>& dst, int c) const
+{
+    std::vector<Ipp32s> v(std::size_t(FCase.HistLevels[c]) - 1);
+    std::memcpy(v.data(), dst.data() + kFXGuardBytes + FHistAt[c], v.size() * sizeof(Ipp32s));
+    return v;
+}
+
+std::vector<Ipp32s> TFXCaseImages::HistogramLevels(const std::vector<Ipp8u>& dst, int c) const
+{
+    std::vector<Ipp32s> v(FCase.HistLevels[c]);
+    std::memcpy(v.data(), dst.data() + kFXGuardBytes + FHistAt[c] + (v.size() - 1) * sizeof(Ipp32s),
+                v.size() * sizeof(Ipp32s));
+    return v;
 }
 
 long TFXCaseImages::FirstDamagedGuard(const std::vector<Ipp8u>& dst) const
 {
-    const std::size_t rowBytes = std::size_t(FCase.Roi.width) * FPixelBytes;
     for (std::size_t i = 0; i < dst.size(); ++i) {
         const bool inRow = i >= kFXGuardBytes &&
-                           (i - kFXGuardBytes) / FDstStep < std::size_t(FCase.Roi.height) &&
-                           (i - kFXGuardBytes) % FDstStep < rowBytes;
+                           (i - kFXGuardBytes) / FDstStep < std::size_t(FDstRows) &&
+                           (i - kFXGuardBytes) % FDstStep < FDstRowBytes;
         if (!inRow && dst[i] != kSentinel)
             return long(i);
     }

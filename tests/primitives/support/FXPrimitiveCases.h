@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -27,6 +28,21 @@ struct TFXCase {
     int DstPad = 0;         // bytes after each destination row but the last
     prim::TFXMargins Extra; // source pixels beyond what the primitive reads
     std::uint32_t Seed = 1;
+    // Lut, LutChannels: channel c's levels and values (by default one interval, 0 ... 256).
+    std::array<std::vector<Ipp32s>, 4> LutLevels{{{0, 256}, {0, 256}, {0, 256}, {0, 256}}};
+    std::array<std::vector<Ipp32s>, 4> LutValues{{{0, 256}, {0, 256}, {0, 256}, {0, 256}}};
+    // Histogram, HistogramChannels: levels and range per channel.
+    std::array<int, 4> HistLevels{5, 5, 5, 5};
+    std::array<Ipp32s, 4> Lower{0, 0, 0, 0};
+    std::array<Ipp32s, 4> Upper{256, 256, 256, 256};
+    // LutPalette
+    std::vector<Ipp32u> Palette = std::vector<Ipp32u>(256, 0x01020304);
+    int BitSize = 8;
+    // Threshold: Limit/LimitValue; ThresholdBoth: also UpperLimit/UpperValue (Limit below).
+    std::array<Ipp8u, 3> Limit{100, 100, 100};
+    std::array<Ipp8u, 3> LimitValue{0, 0, 0};
+    std::array<Ipp8u, 3> UpperLimit{200, 200, 200};
+    std::array<Ipp8u, 3> UpperValue{255, 255, 255};
 
     std::string Describe() const;
 };
@@ -59,8 +75,12 @@ public:
     long FirstDamagedGuard(const std::vector<Ipp8u>& dst) const;
     // Offset of destination pixel (x, y) channel c in the allocation.
     std::size_t DstOffset(int x, int y, int c) const;
+    // The histograms' outputs: bin counts and levels of channel c in a run's destination.
+    std::vector<Ipp32s> Counts(const std::vector<Ipp8u>& dst, int c) const;
+    std::vector<Ipp32s> HistogramLevels(const std::vector<Ipp8u>& dst, int c) const;
 
     const prim::TFXPrimitiveInfo& Prim() const { return FPrim; }
+    const TFXCase& Case() const { return FCase; }
     int SrcStep() const { return FSrcStep; }
     int DstStep() const { return FDstStep; }
     const Ipp8u* SrcRoi() const { return FSrcRoi; }
@@ -69,8 +89,12 @@ private:
     const prim::TFXPrimitiveInfo& FPrim;
     TFXCase FCase;
     int FPixelBytes = 0;
+    int FDstPixelBytes = 0;
     int FSrcStep = 0;
     int FDstStep = 0;
+    int FDstRows = 0;
+    std::size_t FDstRowBytes = 0;
+    std::array<std::size_t, 4> FHistAt{}; // histograms: channel c's counts, then its levels
     std::size_t FSrcSize = 0;
     std::unique_ptr<Ipp8u[]> FSrc; // exact size: ASan sees any read past it
     const Ipp8u* FSrcRoi = nullptr;

@@ -1,0 +1,371 @@
+// SPDX-License-Identifier: MIT
+// Look-up tables, level kernels: compiled once per level (see CMakeLists.txt). Every kernel
+// tabulates the mapping once per call (FXLutFill) and then maps the image through the tables.
+#include "framework/primitives/families/Lut.h"
+
+#include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/FXRound.h"
+#include "framework/primitives/simd/FXVec.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace framix::prim::FX_SIMD_NS {
+namespace {
+
+// One full table per processed channel (256 or 65536 entries).
+template <class T> struct TTables {
+    static constexpr std::size_t kSize = std::size_t(kFXSampleMax<T>) + 1;
+    std::unique_ptr<T[]> Data;
+    int Count = 0;     // processed channels
+    bool Same = false; // every channel maps alike
+
+    const T* operator[](int c) const { return Data.get() + std::size_t(c) * kSize; }
+};
+
+template <class T, TFXLayout L>
+TTables<T> Tabulate(TFXLutKind kind, const std::array<TFXLutTable, 4>& tables)
+{
+    TTables<T> t;
+    t.Count = FXProcessedChannels(L);
+    t.Data.reset(new T[t.Count * TTables<T>::kSize]);
+    t.Same = true;
+    for (int c = 0; c < t.Count; ++c) {
+        FXLutFill(kind, tables[c], t.Data.get() + std::size_t(c) * TTables<T>::kSize);
+        t.Same = t.Same && std::memcmp(t[c], t[0], TTables<T>::kSize * sizeof(T)) == 0;
+    }
+    return t;
+}
+
+// A frame stream maps every frame through the same table, and a 16-bit table takes longer to
+// build than a frame to map; each thread keeps the last one it built with its arguments.
+struct TCachedTable {
+    TFXLutKind Kind = TFXLutKind::Step;
+    std::vector<Ipp32s> Levels, Values;
+    std::unique_ptr<Ipp16u[]> Data;
+};
+
+const Ipp16u* CachedTable(TFXLutKind kind, const TFXLutTable& table)
+{
+    thread_local TCachedTable cache;
+    const std::size_t n = std::size_t(table.Count);
+    if (cache.Data == nullptr || cache.Kind != kind || cache.Levels.size() != n ||
+        !std::equal(table.Levels, table.Levels + n, cache.Levels.begin()) ||
+        !std::equal(table.Values, table.Values + n, cache.Values.begin())) {
+        if (cache.Data == nullptr)
+            cache.Data.reset(new Ipp16u[std::size_t(kFXSampleMax<Ipp16u>) + 1]);
+        cache.Kind = kind;
+        cache.Levels.assign(table.Levels, table.Levels + n);
+        cache.Values.assign(table.Values, table.Values + n);
+        FXLutFill(kind, table, cache.Data.get());
+    }
+    return cache.Data.get();
+}
+
+// ---------------------------------------------------------------- scalar rows
+
+// Sample i of a row maps through tables[i % kCh]; with kSkipAlpha the fourth channel keeps
+// the destination's bytes. Eight samples are read and written as one word: the table loads
+// then decide the speed. (Vectorising these loops would turn them into gathers, which are
+// slower than the loads they replace.)
+template <int kCh, bool kSkipAlpha>
+__attribute__((optimize("no-tree-vectorize"))) void MapBytes(const Ipp8u* in, Ipp8u* out, int n,
+                                                             const Ipp8u* const* tables)
+{
+    constexpr int kBlock = kCh == 3 ? 24 : 8; // whole words of whole pixels
+    constexpr std::uint64_t kAlphaBytes = 0xFF000000FF000000u;
+    int i = 0;
+    for (; i + kBlock <= n; i += kBlock)
+        for (int w = 0; w < kBlock; w += 8) {
+            std::uint64_t s, r = 0;
+            std::memcpy(&s, in + i + w, 8);
+            for (int j = 0; j < 8; ++j) {
+                const int c = (w + j) % kCh;
+                if (!(kSkipAlpha && c == 3))
+                    r |= std::uint64_t(tables[c][(s >> (8 * j)) & 0xFF]) << (8 * j);
+            }
+            if constexpr (kSkipAlpha) {
+                std::uint64_t d;
+                std::memcpy(&d, out + i + w, 8);
+                r |= d & kAlphaBytes;
+            }
+            std::memcpy(out + i + w, &r, 8);
+        }
+    for (; i < n; ++i)
+        if (!(kSkipAlpha && i % kCh == 3))
+            out[i] = tables[i % kCh][in[i]];
+}
+
+__attribute__((optimize("no-tree-vectorize"))) void MapWords(const Ipp16u* in, Ipp16u* out, int n,
+                                                             const Ipp16u* table)
+{
+    int i = 0;
+    for (; i + 4 <= n; i += 4) {
+        const Ipp16u a = table[in[i]], b = table[in[i + 1]];
+        const Ipp16u c = table[in[i + 2]], d = table[in[i + 3]];
+        out[i] = a, out[i + 1] = b, out[i + 2] = c, out[i + 3] = d;
+    }
+    for (; i < n; ++i)
+        out[i] = table[in[i]];
+}
+
+// The nBitSize low bits of each sample index the palette.
+__attribute__((optimize("no-tree-vectorize"))) void
+MapPalette(const Ipp8u* in, Ipp32u* out, int width, const Ipp32u* table, unsigned mask)
+{
+    int x = 0;
+    for (; x + 4 <= width; x += 4) {
+        const Ipp32u a = table[in[x] & mask], b = table[in[x + 1] & mask];
+        const Ipp32u c = table[in[x + 2] & mask], d = table[in[x + 3] & mask];
+        out[x] = a, out[x + 1] = b, out[x + 2] = c, out[x + 3] = d;
+    }
+    for (; x < width; ++x)
+        out[x] = table[in[x] & mask];
+}
+
+#if defined(FX_SIMD_LEVEL_AVX512)
+
+// Byte permutes (AVX-512 VBMI) look a whole 256-entry table up in three instructions, which
+// makes 8-bit tables run at memory speed. Not part of the level's baseline (Skylake-X lacks
+// it), so it is checked once at run time; without it the scalar rows run.
+bool HasBytePermutes()
+{
+    static const bool kHas = __builtin_cpu_supports("avx512vbmi");
+    return kHas;
+}
+
+struct TByteTable {
+    __m512i Q[4];
+};
+
+// The registers and lane masks of one image, prepared once.
+struct TBytePermuteImage {
+    TByteTable Table[4];
+    int Tables = 1;
+    std::uint64_t Lanes[4][4] = {}; // [phase][c]: lanes of channel c when i % channels == phase
+};
+
+__attribute__((target("avx512vbmi"))) inline __m512i LookUp(const TByteTable& t, __m512i idx)
+{
+    const __m512i low = _mm512_permutex2var_epi8(t.Q[0], idx, t.Q[1]);
+    const __m512i high = _mm512_permutex2var_epi8(t.Q[2], idx, t.Q[3]);
+    return _mm512_mask_blend_epi8(_mm512_movepi8_mask(idx), low, high);
+}
+
+template <TFXLayout L> TBytePermuteImage PrepareBytePermutes(const TTables<Ipp8u>& t)
+{
+    constexpr int kCh = FXChannels(L);
+    TBytePermuteImage image;
+    image.Tables = t.Same ? 1 : t.Count;
+    for (int c = 0; c < image.Tables; ++c)
+        for (int q = 0; q < 4; ++q)
+            image.Table[c].Q[q] = _mm512_loadu_si512(t[c] + 64 * q);
+    for (int phase = 0; phase < kCh; ++phase)
+        for (int j = 0; j < 64; ++j)
+            image.Lanes[phase][(phase + j) % kCh] |= std::uint64_t(1) << j;
+    return image;
+}
+
+// One row of n samples; the tail is loaded and stored under a mask, alpha lanes (AC4) are
+// never stored.
+template <TFXLayout L>
+__attribute__((target("avx512vbmi"))) void MapRowBytePermute(const Ipp8u* in, Ipp8u* out, int n,
+                                                             const TBytePermuteImage& image)
+{
+    constexpr int kCh = FXChannels(L);
+    for (int i = 0; i < n; i += 64) {
+        const int phase = i % kCh;
+        const __mmask64 live = n - i >= 64 ? ~__mmask64(0) : (__mmask64(1) << (n - i)) - 1;
+        const __m512i idx = _mm512_maskz_loadu_epi8(live, in + i);
+        __m512i r = LookUp(image.Table[0], idx);
+        for (int c = 1; c < image.Tables; ++c)
+            r = _mm512_mask_blend_epi8(image.Lanes[phase][c], r, LookUp(image.Table[c], idx));
+        const __mmask64 store = L == TFXLayout::AC4 ? live & ~image.Lanes[phase][3] : live;
+        _mm512_mask_storeu_epi8(out + i, store, r);
+    }
+}
+
+// The palette as four byte tables (byte k of every entry), indexed by the whole sample: the
+// bits above nBitSize are folded in when the planes are built.
+struct TPalettePlanes {
+    TByteTable Plane[4];
+};
+
+TPalettePlanes PreparePalette(const Ipp32u* table, int nBitSize)
+{
+    alignas(64) Ipp8u bytes[4][256];
+    const unsigned mask = (1u << nBitSize) - 1;
+    for (int v = 0; v < 256; ++v)
+        for (int k = 0; k < 4; ++k)
+            bytes[k][v] = Ipp8u(table[unsigned(v) & mask] >> (8 * k));
+    TPalettePlanes planes;
+    for (int k = 0; k < 4; ++k)
+        for (int q = 0; q < 4; ++q)
+            planes.Plane[k].Q[q] = _mm512_load_si512(bytes[k] + 64 * q);
+    return planes;
+}
+
+// 64 pixels at a time: four byte lookups, then the bytes interleaved into 32-bit pixels.
+// The unpacks work inside 128-bit lanes, so lane l of w[i] holds pixels 16 l + 4 i ... + 3;
+// a 4 x 4 transpose of lanes puts them in memory order.
+__attribute__((target("avx512vbmi"))) void MapRowPalette(const Ipp8u* in, Ipp32u* out, int width,
+                                                         const TPalettePlanes& planes)
+{
+    for (int x = 0; x < width; x += 64) {
+        const int left = width - x;
+        const __mmask64 live = left >= 64 ? ~__mmask64(0) : (__mmask64(1) << left) - 1;
+        const __m512i idx = _mm512_maskz_loadu_epi8(live, in + x);
+        __m512i b[4];
+        for (int k = 0; k < 4; ++k)
+            b[k] = LookUp(planes.Plane[k], idx);
+        const __m512i lo01 = _mm512_unpacklo_epi8(b[0], b[1]);
+        const __m512i hi01 = _mm512_unpackhi_epi8(b[0], b[1]);
+        const __m512i lo23 = _mm512_unpacklo_epi8(b[2], b[3]);
+        const __m512i hi23 = _mm512_unpackhi_epi8(b[2], b[3]);
+        const __m512i w0 = _mm512_unpacklo_epi16(lo01, lo23);
+        const __m512i w1 = _mm512_unpackhi_epi16(lo01, lo23);
+        const __m512i w2 = _mm512_unpacklo_epi16(hi01, hi23);
+        const __m512i w3 = _mm512_unpackhi_epi16(hi01, hi23);
+        const __m512i t0 = _mm512_shuffle_i64x2(w0, w1, 0x44);
+        const __m512i t1 = _mm512_shuffle_i64x2(w2, w3, 0x44);
+        const __m512i t2 = _mm512_shuffle_i64x2(w0, w1, 0xEE);
+        const __m512i t3 = _mm512_shuffle_i64x2(w2, w3, 0xEE);
+        const __m512i o[4] = {
+            _mm512_shuffle_i64x2(t0, t1, 0x88), _mm512_shuffle_i64x2(t0, t1, 0xDD),
+            _mm512_shuffle_i64x2(t2, t3, 0x88), _mm512_shuffle_i64x2(t2, t3, 0xDD)};
+        if (left >= 64) {
+            for (int q = 0; q < 4; ++q)
+                _mm512_storeu_si512(out + x + 16 * q, o[q]);
+            continue;
+        }
+        for (int q = 0; q < 4; ++q) {
+            const int n = std::clamp(left - 16 * q, 0, 16);
+            _mm512_mask_storeu_epi32(out + x + 16 * q, __mmask16((1u << n) - 1), o[q]);
+        }
+    }
+}
+
+#endif
+
+template <class T, TFXLayout L>
+IppStatus MapImage(TFXLutKind kind, const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roi,
+                   const std::array<TFXLutTable, 4>& tables)
+{
+    const int n = roi.width * FXChannels(L);
+    if constexpr (sizeof(T) == 2) { // 16-bit tables come one channel at a time
+        const Ipp16u* table = CachedTable(kind, tables[0]);
+        for (int y = 0; y < roi.height; ++y)
+            MapWords(FXRowAt(pSrc, srcStep, y), FXRowAt(pDst, dstStep, y), n, table);
+        return ippStsNoErr;
+    } else {
+        const TTables<T> t = Tabulate<T, L>(kind, tables);
+#if defined(FX_SIMD_LEVEL_AVX512)
+        if (HasBytePermutes()) {
+            const TBytePermuteImage image = PrepareBytePermutes<L>(t);
+            for (int y = 0; y < roi.height; ++y)
+                MapRowBytePermute<L>(FXRowAt(pSrc, srcStep, y), FXRowAt(pDst, dstStep, y), n,
+                                     image);
+            return ippStsNoErr;
+        }
+#endif
+        const Ipp8u* rows[4] = {t[0], t[0], t[0], t[0]};
+        if (!t.Same)
+            for (int c = 0; c < t.Count; ++c)
+                rows[c] = t[c];
+        constexpr bool kAlpha = L == TFXLayout::AC4;
+        constexpr int kCh = kAlpha ? 4 : FXChannels(L);
+        for (int y = 0; y < roi.height; ++y) {
+            const T* in = FXRowAt(pSrc, srcStep, y);
+            T* out = FXRowAt(pDst, dstStep, y);
+            if (t.Same && !kAlpha)
+                MapBytes<1, false>(in, out, n, rows);
+            else
+                MapBytes<kCh, kAlpha>(in, out, n, rows);
+        }
+        return ippStsNoErr;
+    }
+}
+
+template <TFXLayout L>
+std::array<TFXLutTable, 4> OneTable(const Ipp32s* pValues, const Ipp32s* pLevels, int nLevels)
+{
+    return {TFXLutTable{pValues, pLevels, nLevels}};
+}
+
+} // namespace
+
+template <class T, TFXLayout L>
+IppStatus Lut(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+              const Ipp32s* pValues, const Ipp32s* pLevels, int nLevels)
+{
+    return MapImage<T, L>(TFXLutKind::Step, pSrc, srcStep, pDst, dstStep, roiSize,
+                          OneTable<L>(pValues, pLevels, nLevels));
+}
+
+template <class T, TFXLayout L>
+IppStatus LutLinear(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                    const Ipp32s* pValues, const Ipp32s* pLevels, int nLevels)
+{
+    return MapImage<T, L>(TFXLutKind::Linear, pSrc, srcStep, pDst, dstStep, roiSize,
+                          OneTable<L>(pValues, pLevels, nLevels));
+}
+
+template <class T, TFXLayout L>
+IppStatus LutCubic(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                   const Ipp32s* pValues, const Ipp32s* pLevels, int nLevels)
+{
+    return MapImage<T, L>(TFXLutKind::Cubic, pSrc, srcStep, pDst, dstStep, roiSize,
+                          OneTable<L>(pValues, pLevels, nLevels));
+}
+
+template <class T, TFXLayout L>
+IppStatus LutChannels(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                      const Ipp32s* pValues[], const Ipp32s* pLevels[], int nLevels[])
+{
+    return MapImage<T, L>(TFXLutKind::Step, pSrc, srcStep, pDst, dstStep, roiSize,
+                          FXLutTables<L>(pValues, pLevels, nLevels));
+}
+
+template <class T, TFXLayout L>
+IppStatus LutLinearChannels(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                            const Ipp32s* pValues[], const Ipp32s* pLevels[], int nLevels[])
+{
+    return MapImage<T, L>(TFXLutKind::Linear, pSrc, srcStep, pDst, dstStep, roiSize,
+                          FXLutTables<L>(pValues, pLevels, nLevels));
+}
+
+template <class T, TFXLayout L>
+IppStatus LutCubicChannels(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                           const Ipp32s* pValues[], const Ipp32s* pLevels[], int nLevels[])
+{
+    return MapImage<T, L>(TFXLutKind::Cubic, pSrc, srcStep, pDst, dstStep, roiSize,
+                          FXLutTables<L>(pValues, pLevels, nLevels));
+}
+
+template <class T, TFXLayout L>
+IppStatus LutPalette(const T* pSrc, int srcStep, Ipp32u* pDst, int dstStep, IppiSize roiSize,
+                     const Ipp32u* pTable, int nBitSize)
+{
+#if defined(FX_SIMD_LEVEL_AVX512)
+    if (HasBytePermutes()) {
+        const TPalettePlanes planes = PreparePalette(pTable, nBitSize);
+        for (int y = 0; y < roiSize.height; ++y)
+            MapRowPalette(FXRowAt(pSrc, srcStep, y), FXRowAt(pDst, dstStep, y), roiSize.width,
+                          planes);
+        return ippStsNoErr;
+    }
+#endif
+    for (int y = 0; y < roiSize.height; ++y)
+        MapPalette(FXRowAt(pSrc, srcStep, y), FXRowAt(pDst, dstStep, y), roiSize.width, pTable,
+                   (1u << nBitSize) - 1);
+    return ippStsNoErr;
+}
+
+FX_KERNEL_TABLE(Lut, FX_LUT_PRIMITIVES)
+
+} // namespace framix::prim::FX_SIMD_NS
