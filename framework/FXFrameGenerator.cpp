@@ -14,9 +14,18 @@ std::int64_t TFXFrameGenerator::FrameDelayOf(double frameRate)
     return std::max<std::int64_t>(1, std::llround(1e7 / frameRate));
 }
 
+void TFXFrameGenerator::SetStreamFlags(std::uint32_t reserved, std::uint32_t aspectWidth,
+                                       std::uint32_t aspectHeight)
+{
+    FReserved = reserved;
+    FAspectWidth = aspectWidth;
+    FAspectHeight = aspectHeight;
+}
+
 void TFXFrameGenerator::Announce()
 {
-    FOutput.Notify(TPXStartFrameOperation(FWidth, FHeight, FDelay, FFormat));
+    FOutput.Notify(TPXStartFrameOperation(FWidth, FHeight, FDelay, FFormat, FReserved,
+                                          FAspectWidth, FAspectHeight));
 }
 
 void TFXFrameGenerator::Start(int width, int height, TFXVideoFormat format, double frameRate)

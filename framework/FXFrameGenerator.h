@@ -20,6 +20,11 @@ public:
     // Frame period in 100 ns units for a rate in frames per second (at least 1).
     static std::int64_t FrameDelayOf(double frameRate);
 
+    // The flags and pixel aspect the announcements carry (a file player keeps a file's
+    // interlacing and aspect with them); 0 and 1:1 unless set.
+    void SetStreamFlags(std::uint32_t reserved, std::uint32_t aspectWidth,
+                        std::uint32_t aspectHeight);
+
     // Sends the start-frame announcement and a start-pump operation; resets the count.
     void Start(int width, int height, TFXVideoFormat format, double frameRate);
     bool IsStarted() const { return FStarted; }
@@ -43,6 +48,9 @@ private:
     TFXVideoFormat FFormat = vfRGB24;
     std::int64_t FDelay = 0;
     std::int64_t FCount = 0;
+    std::uint32_t FReserved = 0;
+    std::uint32_t FAspectWidth = 1;
+    std::uint32_t FAspectHeight = 1;
 };
 
 } // namespace framix
