@@ -78,6 +78,10 @@ TFXRatio FXFrameRateFromPeriod(std::int64_t period)
         return {0, 0};
     if (kTicksPerSecond % period == 0)
         return {int(kTicksPerSecond / period), 1};
+    // Whole rates whose period was rounded to 100 ns (30 frames/s is 333333).
+    const std::int64_t whole = (kTicksPerSecond + period / 2) / period;
+    if (whole > 0 && FXFramePeriodFromRate({int(whole), 1}) == period)
+        return {int(whole), 1};
     const std::int64_t ntsc = (kTicksPerSecond * 1001 + period / 2) / period;
     const std::int64_t rounded = (ntsc + 500) / 1000 * 1000;
     if (rounded > 0 && rounded <= INT_MAX && FXFramePeriodFromRate({int(rounded), 1001}) == period)

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+// Playing Y4M streams, image sequences and still images as a frame source.
+#include "bridges/FXFilePlayer.h"
+
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "bridges/FXImageSequenceReader.h"
+#include "bridges/FXY4MReader.h"
+#include "framework/properties/FXPalette.h"
+
+namespace framix {
+
+namespace {
+
+bool EndsWithNoCase(const std::string& text, std::string_view suffix)
+{
+    if (text.size() < suffix.size())
+        return false;
+    for (std::size_t i = 0; i < suffix.size(); ++i)
+        if (std::tolower(static_cast<unsigned char>(text[text.size() - suffix.size() + i])) !=
+            suffix[i])
+            return false;
+    return true;
+}
+
+// True when the stream starts with the Y4M signature. Standard input is peeked at by one
+// byte, which is pushed back ('Y' starts a Y4M stream, 'P' a PNM image).
+bool LooksLikeY4M(const std::string& fileName)
+{
+    if (fileName == "-") {
+        const int c = std::getc(stdin);
+        if (c == EOF)
+            return true;  // an empty stream: the Y4M reader reports it
+        std::ungetc(c, stdin);
+        return c == 'Y';
+    }
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(fileName, error))
+        return false;
+    char magic[9] = {};
+    std::ifstream(fileName, std::ios::binary).read(magic, sizeof magic);
+    return std::memcmp(magic, "YUV4MPEG2", sizeof magic) == 0;
+}
+
+std::uint32_t FieldFlags(const std::optional<char>& interlacing)
+{
+    switch (interlacing.value_or('p')) {
+    case 't': return kFXStartFlagTopFieldFirst;
+    case 'b': return kFXStartFlagBottomFieldFirst;
+    case 'm': return kFXStartFlagMixedFields;
+    default: return 0;
+    }
+}
+
+} // namespace
+
+TFXFilePlayer::TFXFilePlayer(TKTComponent* owner)
+    : TQNBasicCommonFilter(owner), FOutputPin(*this, "OutputPin", Lock(), SourceDispatcher()),
+      FGenerator(FOutputPin)
+{
+}
+
+TFXFilePlayer::~TFXFilePlayer() = default;
+
+const TFXClassInfo& TFXFilePlayer::ClassInfo()
+{
+    static constexpr TFXPropInfo kProps[] = {
+        FXProp<&TFXFilePlayer::GetFileName, &TFXFilePlayer::SetFileName>(kFileName),
+        FXProp<&TFXFilePlayer::GetFrameRate, &TFXFilePlayer::SetFrameRate>(kFrameRate),
+        FXPin<&TFXFilePlayer::GetImageOutputPin>({.Name = "OutputPin", .Help = "frames out"}),
+    };
+    static const TFXClassInfo info{"TFXFilePlayer", &TQNBasicCommonFilter::ClassInfo(), kProps};
+    return info;
+}
+
+std::string TFXFilePlayer::GetFileName() const
+{
+    auto guard = Lock().Read();
+    return FFileName;
+}
+
+void TFXFilePlayer::SetFileName(std::string value) { Lock().Store(FFileName, std::move(value)); }
+
+double TFXFilePlayer::GetFrameRate() const
+{
+    auto guard = Lock().Read();
+    return FFrameRate;
+}
+
+void TFXFilePlayer::SetFrameRate(double value) { Lock().StoreClamped(FFrameRate, value, kFrameRate); }
+
+std::int64_t TFXFilePlayer::GetFramesPlayed() const
+{
+    auto guard = Lock().Read();
+    return FPlayed;
+}
+
+double TFXFilePlayer::GetSourceFrameRate()
+{
+    auto guard = Lock().Read();
+    return FY4M || FImages ? FStreamRate : FFrameRate;
+}
+
+void TFXFilePlayer::Fail(const std::string& message) const
+{
+    throw EFXError(GetPathName() + ": " + message);
+}
+
+void TFXFilePlayer::Open()
+{
+    Close();
+    if (FFileName.empty())
+        Fail("FileName is empty (name a Y4M file, '-' for standard input, or images)");
+    try {
+        if (EndsWithNoCase(FFileName, ".y4m") || LooksLikeY4M(FFileName)) {
+            FY4M = std::make_unique<TFXY4MReader>(FFileName);
+            const TFXY4MStreamInfo& info = FY4M->Info();
+            const std::int64_t period = info.FramePeriod();
+            FStreamRate = period > 0 ? 1e7 / double(period) : 0.0;
+            const TFXRatio aspect = info.PixelAspect.value_or(TFXRatio{1, 1});
+            FGenerator.SetStreamFlags(FieldFlags(info.Interlacing), std::uint32_t(aspect.Num),
+                                      std::uint32_t(aspect.Den));
+        } else {
+            FImages = std::make_unique<TFXImageSequenceReader>(FFileName);
+            FStreamRate = FFrameRate;
+            FGenerator.SetStreamFlags(0, 1, 1);
+        }
+    } catch (const EFXError& e) {
+        Close();
+        Fail(e.what());
+    }
+}
+
+void TFXFilePlayer::Close()
+{
+    FY4M.reset();
+    FImages.reset();
+}
+
+void TFXFilePlayer::StartSource()
+{
+    TKTLockGuard guard(Lock());
+    Open();
+    FEnded = false;
+    FPlayed = 0;
+    if (FY4M)
+        FGenerator.Start(FY4M->Info().Width, FY4M->Info().Height, FY4M->Info().Format,
+                         FStreamRate);
+    else
+        FGenerator.Start(FImages->Width(), FImages->Height(), FImages->Format(), FStreamRate);
+}
+
+bool TFXFilePlayer::PumpFrame()
+{
+    FXImageBufferPtr frame;
+    {
+        TKTLockGuard guard(Lock());
+        if (FEnded)
+            return false;
+        if (!FY4M && !FImages)
+            Fail("pumped before its stream was started");
+        bool got = false;
+        try {
+            if (FY4M) {
+                const TFXY4MStreamInfo& info = FY4M->Info();
+                frame = FGenerator.Produce(info.Width, info.Height, info.Format, FStreamRate,
+                                           [&](IFXImageBuffer& buffer) {
+                                               got = FY4M->ReadFrame(buffer.GetWritePlanes());
+                                           });
+            } else {
+                frame = FGenerator.Produce(FImages->Width(), FImages->Height(), FImages->Format(),
+                                           FStreamRate, [&](IFXImageBuffer& buffer) {
+                                               got = FImages->ReadFrame(buffer.GetWritePlanes());
+                                           });
+            }
+        } catch (const EFXError& e) {
+            FEnded = true;
+            Fail(e.what());
+        }
+        if (!got) {
+            FEnded = true;
+            return false;
+        }
+        ++FPlayed;
+    }
+    // Sent outside the lock: setters need not wait while the frame travels downstream.
+    FGenerator.Send(std::move(frame));
+    return true;
+}
+
+void TFXFilePlayer::StopSource()
+{
+    {
+        TKTLockGuard guard(Lock());
+        Close();
+        FEnded = true;
+    }
+    FGenerator.Stop();
+}
+
+bool TFXFilePlayer::SourceDispatch(TPXBasicPin& pin, TPXDataType type,
+                                   const IPXNotifyOperation& operation, TPXNotifyState state)
+{
+    if (const auto* request = operation.As<TPXPumpRequestOperation>()) {
+        for (int i = 0; i < request->Count && PumpFrame(); ++i) {
+        }
+        return true;
+    }
+    if (operation.As<TPXQueryStreamOperation>()) {
+        TKTLockGuard guard(Lock());
+        FGenerator.Reannounce();
+        return true;
+    }
+    return TQNBasicCommonFilter::SourceDispatch(pin, type, operation, state);
+}
+
+void RegisterFXFilePlayer(TFXPalette& palette) { palette.Register<TFXFilePlayer>(kFXPalettePage); }
+
+} // namespace framix
