@@ -113,14 +113,19 @@ TFXFormObject TFXGraphSaver::SaveObject(const TKTComponent& component)
     out.Name = NameOf(component);
     out.ClassName = component.GetClassInfo().Name();
     auto& mutableComponent = const_cast<TKTComponent&>(component);  // groups are reached by reference
-    SaveValues(out.Properties, mutableComponent, "", &mutableComponent);
+    SaveValues(out.Properties, mutableComponent, "");
+    // The links come last, as a reader of the form expects the wiring after the settings.
+    mutableComponent.GetClassInfo().ForEach([&](const TFXPropInfo& p) {
+        if (p.Kind == TFXPropKind::Pin)
+            SavePins(out.Properties, p, mutableComponent);
+    });
     for (const TKTComponent* child : component.GetComponents())
         out.Children.push_back(SaveObject(*child));
     return out;
 }
 
 void TFXGraphSaver::SaveValues(std::vector<TFXFormProperty>& props, TKTPersistent& object,
-                               const std::string& prefix, TKTComponent* component)
+                               const std::string& prefix)
 {
     object.GetClassInfo().ForEach([&](const TFXPropInfo& p) {
         const std::string path = prefix + std::string(p.Name);
@@ -130,7 +135,7 @@ void TFXGraphSaver::SaveValues(std::vector<TFXFormProperty>& props, TKTPersisten
         case TFXPropKind::Event:
             return;
         case TFXPropKind::Group:
-            SaveValues(props, *p.GetObject(object), path + ".", nullptr);
+            SaveValues(props, *p.GetObject(object), path + ".");
             return;
         case TFXPropKind::Collection: {
             auto* collection = dynamic_cast<TKTCollection*>(p.GetObject(object));
@@ -139,15 +144,13 @@ void TFXGraphSaver::SaveValues(std::vector<TFXFormProperty>& props, TKTPersisten
             std::vector<TFXFormCollectionItem> items;
             for (int i = 0; i < collection->Count(); ++i) {
                 TFXFormCollectionItem item;
-                SaveValues(item.Properties, collection->GetItem(i), "", nullptr);
+                SaveValues(item.Properties, collection->GetItem(i), "");
                 items.push_back(std::move(item));
             }
             AddProperty(props, path, TFXFormValue::Collection(std::move(items)));
             return;
         }
         case TFXPropKind::Pin:
-            if (component)
-                SavePins(props, p, *component);
             return;
         default:
             break;

@@ -16,8 +16,9 @@ namespace framix {
 //    the first free "<class without T><n>" (FXGaussianBlur1), as a designer would name it;
 //  - per object, its table in order (ancestors first): values that differ from their default
 //    (always for pfNoDefault; never for pfLegacy or read-only ones), groups as dotted paths
-//    followed by the group's own extra properties, collections that hold items, and every
-//    pin link, written at both ends; then the object's extra properties (DefineProperties);
+//    followed by the group's own extra properties, collections that hold items; then the
+//    object's extra properties (DefineProperties); then every pin link, in table order and
+//    written at both ends;
 //  - a link to a pin outside the saved tree is left out (the form could not name it).
 class TFXGraphSaver {
 public:
@@ -26,9 +27,9 @@ public:
 private:
     TFXFormObject SaveObject(const TKTComponent& component);
     // The values of `object` (a component, a group or a collection item) with `prefix` before
-    // each path; `component` is set when `object` is a component (its pins are saved too).
+    // each path, then its extra properties.
     void SaveValues(std::vector<TFXFormProperty>& props, TKTPersistent& object,
-                    const std::string& prefix, TKTComponent* component);
+                    const std::string& prefix);
     void SavePins(std::vector<TFXFormProperty>& props, const TFXPropInfo& info,
                   TKTComponent& component);
     void AssignNames(const TKTComponent& component);
