@@ -6,22 +6,12 @@
 
 #include "bridges/FXImageSequenceWriter.h"
 #include "bridges/FXY4MWriter.h"
+#include "bridges/FXY4MFormat.h"
 #include "framework/properties/FXPalette.h"
 
 namespace framix {
 
 namespace {
-
-bool EndsWithNoCase(const std::string& text, std::string_view suffix)
-{
-    if (text.size() < suffix.size())
-        return false;
-    for (std::size_t i = 0; i < suffix.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(text[text.size() - suffix.size() + i])) !=
-            suffix[i])
-            return false;
-    return true;
-}
 
 std::string Describe(TFXVideoFormat format, int width, int height)
 {
@@ -104,7 +94,7 @@ void TFXFileLogger::Fail(const std::string& message) const
     throw EFXError(GetPathName() + ": " + message);
 }
 
-bool TFXFileLogger::IsY4M() const { return FFileName == "-" || EndsWithNoCase(FFileName, ".y4m"); }
+bool TFXFileLogger::IsY4M() const { return FFileName == "-" || FXIsY4MFileName(FFileName); }
 
 void TFXFileLogger::IntSingleOperation(const IPXNotifyOperation& operation)
 {

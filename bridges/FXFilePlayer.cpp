@@ -15,17 +15,6 @@ namespace framix {
 
 namespace {
 
-bool EndsWithNoCase(const std::string& text, std::string_view suffix)
-{
-    if (text.size() < suffix.size())
-        return false;
-    for (std::size_t i = 0; i < suffix.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(text[text.size() - suffix.size() + i])) !=
-            suffix[i])
-            return false;
-    return true;
-}
-
 // True when the stream starts with the Y4M signature. Standard input is peeked at by one
 // byte, which is pushed back ('Y' starts a Y4M stream, 'P' a PNM image).
 bool LooksLikeY4M(const std::string& fileName)
@@ -115,7 +104,7 @@ void TFXFilePlayer::Open()
     if (FFileName.empty())
         Fail("FileName is empty (name a Y4M file, '-' for standard input, or images)");
     try {
-        if (EndsWithNoCase(FFileName, ".y4m") || LooksLikeY4M(FFileName)) {
+        if (FXIsY4MFileName(FFileName) || LooksLikeY4M(FFileName)) {
             FY4M = std::make_unique<TFXY4MReader>(FFileName);
             const TFXY4MStreamInfo& info = FY4M->Info();
             const std::int64_t period = info.FramePeriod();

@@ -2,6 +2,8 @@
 // YUV4MPEG2 header syntax, chroma tags and frame-rate arithmetic.
 #include "bridges/FXY4MFormat.h"
 
+#include <strings.h>
+
 #include <charconv>
 #include <climits>
 #include <numeric>
@@ -91,6 +93,13 @@ TFXRatio FXFrameRateFromPeriod(std::int64_t period)
         return {1, int(std::min<std::int64_t>(INT_MAX,
                                               (period + kTicksPerSecond / 2) / kTicksPerSecond))};
     return {int(kTicksPerSecond / g), int(period / g)};
+}
+
+bool FXIsY4MFileName(const std::string& fileName)
+{
+    const std::size_t dot = fileName.rfind('.');
+    return dot != std::string::npos && fileName.size() - dot == 4 &&
+           strncasecmp(fileName.c_str() + dot, ".y4m", 4) == 0;
 }
 
 TFXY4MStreamInfo TFXY4MStreamInfo::For(TFXVideoFormat format, int width, int height, TFXRatio rate)
