@@ -215,6 +215,17 @@ TEST(FXHost, SeedMakesRandomComponentsRepeatAndStatsCountEachComponent)
     EXPECT_GT(std::stod(rows[2][4]), 0.0);
 }
 
+TEST(FXHost, RealtimePacesStepsToTheFrameRate)
+{
+    TTempDir dir;
+    test::WriteBytes(dir / "noise.dfm", kNoiseGraph);  // 25 frames/s
+    const auto start = std::chrono::steady_clock::now();
+    const auto r = RunShell(dir, Framix() + " run noise.dfm --frames 6 --realtime");
+    EXPECT_EQ(r.Status, 0) << r.Err;
+    // Six frames are five intervals of 40 ms.
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200));
+}
+
 TEST(FXHost, CtrlCStopsCleanlyWithCompleteFramesAndStatus130)
 {
     TTempDir dir;

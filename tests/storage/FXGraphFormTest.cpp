@@ -531,6 +531,13 @@ TEST(FXGraphForm, AnyRootClassBecomesAGraphAndNamesAreCaseInsensitive)
     EXPECT_EQ(FXSaveGraphText(*graph),
               "object Form1: TFXGraph\n  object C1: TFXChangeFormat\n    Format = vfGray8\n"
               "  end\nend\n");
+
+    // Without a root name, references start at the root's components.
+    const std::string unnamed = "object TFXGraph\n  object A: TFXChangeFormat\n"
+                                "    OutputPin.SinkPins = (\n      B.InputPin)\n  end\n"
+                                "  object B: TFXChangeFormat\n    InputPin.SourcePin = A.OutputPin\n"
+                                "  end\nend\n";
+    EXPECT_EQ(FXSaveGraphText(*FXLoadGraphText(unnamed)), unnamed);
 }
 
 } // namespace
