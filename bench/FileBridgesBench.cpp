@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-// File bridges at 1920x1080: Y4M 4:2:0 read and write, PPM read and write, PNG write.
+// File bridges at 1920x1080: Y4M 4:2:0 read and write (the codecs, the player and logger
+// components, and ffmpeg's own decode of the same file), PPM read and write, PNG write.
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -13,6 +16,10 @@
 #include "bridges/FXPNMWriter.h"
 #include "bridges/FXY4MReader.h"
 #include "bridges/FXY4MWriter.h"
+#include "bridges/FXFileLogger.h"
+#include "bridges/FXFilePlayer.h"
+#include "framework/FXGenericSink.h"
+#include "framework/FXGraph.h"
 
 namespace framix {
 namespace {
@@ -50,28 +57,40 @@ void SetFrameCounters(benchmark::State& state, std::int64_t frameBytes)
         benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
 }
 
+// One 1080p 4:2:0 file for the reader, the player and ffmpeg, written once per run.
+constexpr int kClipFrames = 40;
+
+const std::string& Clip()
+{
+    struct TClip {
+        std::string Path = TempFile("framix-bench-clip-1080p.y4m");
+        TClip()
+        {
+            TBenchFrame frame(vfI420);
+            TFXY4MWriter writer(Path, TFXY4MStreamInfo::For(vfI420, kWidth, kHeight, {25, 1}));
+            for (int i = 0; i < kClipFrames; ++i)
+                writer.WriteFrame(frame.Planes);
+        }
+        ~TClip() { std::filesystem::remove(Path); }
+    };
+    static const TClip clip;
+    return clip.Path;
+}
+
 void Y4MRead(benchmark::State& state)
 {
-    const std::string path = TempFile("framix-bench-1080p.y4m");
     TBenchFrame frame(vfI420);
-    {
-        TFXY4MWriter writer(path, TFXY4MStreamInfo::For(vfI420, kWidth, kHeight, {25, 1}));
-        for (int i = 0; i < 30; ++i)
-            writer.WriteFrame(frame.Planes);
-    }
-    auto reader = std::make_unique<TFXY4MReader>(path);
+    auto reader = std::make_unique<TFXY4MReader>(Clip());
     for (auto _ : state) {
         if (!reader->ReadFrame(frame.Planes)) {
             state.PauseTiming();
-            reader = std::make_unique<TFXY4MReader>(path);
+            reader = std::make_unique<TFXY4MReader>(Clip());
             state.ResumeTiming();
             reader->ReadFrame(frame.Planes);
         }
         benchmark::ClobberMemory();
     }
     SetFrameCounters(state, FXImageBytes(vfI420, kWidth, kHeight));
-    reader.reset();
-    std::filesystem::remove(path);
 }
 
 void Y4MWrite(benchmark::State& state, const std::string& path)
@@ -91,6 +110,87 @@ void Y4MWrite(benchmark::State& state, const std::string& path)
     writer.reset();
     if (path != "/dev/null")
         std::filesystem::remove(path);
+}
+
+// The component path: a player pumped by its graph, each frame a fresh buffer sent to a sink.
+void PlayerRead(benchmark::State& state)
+{
+    TFXGraph graph;
+    auto* player = new TFXFilePlayer(&graph);
+    player->SetFileName(Clip());
+    auto* sink = new TFXGenericSink(&graph);
+    sink->GetImageInputPin().SetSourcePin(&player->GetImageOutputPin());
+    graph.Start();
+    for (auto _ : state) {
+        if (!graph.Pump()) {
+            state.PauseTiming();
+            graph.Stop();
+            graph.Start();
+            state.ResumeTiming();
+            graph.Pump();
+        }
+    }
+    graph.Stop();
+    SetFrameCounters(state, FXImageBytes(vfI420, kWidth, kHeight));
+}
+
+// A source pin feeding a logger: the frame goes through the sink base into the Y4M writer.
+void LoggerWrite(benchmark::State& state)
+{
+    struct TSource : TKTComponent {
+        TFXPXImageSourcePin Pin;
+        explicit TSource(TKTComponent* o) : TKTComponent(o), Pin(*this, "OutputPin", Lock(), nullptr) {}
+    };
+    const std::string path = TempFile("framix-bench-logger.y4m");
+    TFXGraph graph;
+    auto* source = new TSource(&graph);
+    auto* logger = new TFXFileLogger(&graph);
+    logger->SetFileName(path);
+    logger->GetImageInputPin().SetSourcePin(&source->Pin);
+    FXImageBufferPtr frame = new TFXImageBuffer(kWidth, kHeight, vfI420);
+    std::memset(frame->GetWritePointer(), 90, std::size_t(FXImageBytes(vfI420, kWidth, kHeight)));
+    source->Pin.Notify(TPXStartFrameOperation(kWidth, kHeight, 400000, vfI420));
+    std::int64_t written = 0;
+    for (auto _ : state) {
+        source->Pin.SendBuffer(frame);
+        if (++written % 100 == 0) {  // keep the temporary file small
+            state.PauseTiming();
+            source->Pin.Notify(TPXStopOperation());
+            source->Pin.Notify(TPXStartFrameOperation(kWidth, kHeight, 400000, vfI420));
+            state.ResumeTiming();
+        }
+    }
+    source->Pin.Notify(TPXStopOperation());
+    SetFrameCounters(state, FXImageBytes(vfI420, kWidth, kHeight));
+    std::filesystem::remove(path);
+}
+
+// ffmpeg demuxing the same file and decoding it with its rawvideo decoder, timed by ffmpeg
+// itself (-benchmark); each iteration is one run over the whole clip.
+void FfmpegDecode(benchmark::State& state)
+{
+    if (std::system("command -v ffmpeg >/dev/null 2>&1") != 0) {
+        state.SkipWithError("ffmpeg is not installed");
+        return;
+    }
+    const std::string command =
+        "ffmpeg -nostdin -hide_banner -benchmark -i '" + Clip() + "' -f null - 2>&1";
+    double total = 0;
+    for (auto _ : state) {
+        std::FILE* pipe = ::popen(command.c_str(), "r");
+        char line[512];
+        double real = -1;
+        while (pipe && std::fgets(line, sizeof line, pipe))
+            if (const char* at = std::strstr(line, "rtime="))
+                real = std::atof(at + 6);
+        if (!pipe || ::pclose(pipe) != 0 || real <= 0) {
+            state.SkipWithError("ffmpeg -benchmark gave no timing");
+            return;
+        }
+        state.SetIterationTime(real);
+        total += real;
+    }
+    state.counters["fps"] = benchmark::Counter(double(state.iterations()) * kClipFrames / total);
 }
 
 void PPMRead(benchmark::State& state)
@@ -137,6 +237,13 @@ BENCHMARK_CAPTURE(Y4MWrite, null, std::string("/dev/null"))
 BENCHMARK_CAPTURE(Y4MWrite, file, TempFile("framix-bench-out.y4m"))
     ->Name("FXY4MWriter/vfI420/1920x1080/file")
     ->Unit(benchmark::kMicrosecond);
+BENCHMARK(PlayerRead)->Name("TFXFilePlayer/vfI420/1920x1080/file")->Unit(benchmark::kMicrosecond);
+BENCHMARK(LoggerWrite)->Name("TFXFileLogger/vfI420/1920x1080/file")->Unit(benchmark::kMicrosecond);
+BENCHMARK(FfmpegDecode)
+    ->Name("ffmpeg-rawvideo-decode/yuv420p/1920x1080/file")
+    ->UseManualTime()
+    ->Iterations(3)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(PPMRead)->Name("FXPNMReader/vfRGB24/1920x1080/file")->Unit(benchmark::kMicrosecond);
 BENCHMARK(PPMWrite)->Name("FXPNMWriter/vfRGB24/1920x1080/devnull")->Unit(benchmark::kMicrosecond);
 BENCHMARK(PNGWrite)->Name("FXWritePNG/vfRGB24/1920x1080/file")->Unit(benchmark::kMillisecond);

@@ -5,14 +5,15 @@
 #include <cstdint>
 #include <string>
 
+#include "framework/FXImageBuffer.h"
 #include "framework/FXPlanes.h"
 #include "framework/FXVideoFormat.h"
 
 namespace framix {
 
-// Image sizes a file may declare. A header is untrusted input: these bounds keep every size
+// Image sizes a file may declare: sides up to kFXMaxImageSide (the frames' own limit), and at
+// most kFXMaxImagePixels in all. A header is untrusted input: these bounds keep every size
 // computation far from overflow and refuse absurd allocations before they happen.
-inline constexpr int kFXMaxImageSide = 32768;
 inline constexpr std::int64_t kFXMaxImagePixels = std::int64_t(16384) * 16384;
 
 // Throws EFXError("<name>: ...") unless 1 <= width, height <= kFXMaxImageSide and

@@ -2,6 +2,8 @@
 // YUV4MPEG2 header syntax, chroma tags and frame-rate arithmetic.
 #include "bridges/FXY4MFormat.h"
 
+#include <strings.h>
+
 #include <charconv>
 #include <climits>
 #include <numeric>
@@ -78,6 +80,10 @@ TFXRatio FXFrameRateFromPeriod(std::int64_t period)
         return {0, 0};
     if (kTicksPerSecond % period == 0)
         return {int(kTicksPerSecond / period), 1};
+    // Whole rates whose period was rounded to 100 ns (30 frames/s is 333333).
+    const std::int64_t whole = (kTicksPerSecond + period / 2) / period;
+    if (whole > 0 && FXFramePeriodFromRate({int(whole), 1}) == period)
+        return {int(whole), 1};
     const std::int64_t ntsc = (kTicksPerSecond * 1001 + period / 2) / period;
     const std::int64_t rounded = (ntsc + 500) / 1000 * 1000;
     if (rounded > 0 && rounded <= INT_MAX && FXFramePeriodFromRate({int(rounded), 1001}) == period)
@@ -87,6 +93,13 @@ TFXRatio FXFrameRateFromPeriod(std::int64_t period)
         return {1, int(std::min<std::int64_t>(INT_MAX,
                                               (period + kTicksPerSecond / 2) / kTicksPerSecond))};
     return {int(kTicksPerSecond / g), int(period / g)};
+}
+
+bool FXIsY4MFileName(const std::string& fileName)
+{
+    const std::size_t dot = fileName.rfind('.');
+    return dot != std::string::npos && fileName.size() - dot == 4 &&
+           strncasecmp(fileName.c_str() + dot, ".y4m", 4) == 0;
 }
 
 TFXY4MStreamInfo TFXY4MStreamInfo::For(TFXVideoFormat format, int width, int height, TFXRatio rate)

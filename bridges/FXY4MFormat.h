@@ -46,6 +46,9 @@ struct TFXY4MStreamInfo {
     static TFXY4MStreamInfo For(TFXVideoFormat format, int width, int height, TFXRatio rate);
 };
 
+// True for names ending in .y4m (any case): the file bridges choose Y4M by the name.
+bool FXIsY4MFileName(const std::string& fileName);
+
 // The usual C tag of a format; throws EFXError for formats Y4M cannot carry.
 std::string_view FXY4MChromaTag(TFXVideoFormat format);
 // True for vfI420, vfI422, vfI444, vfYUVA444, vfGray8 and vfGray16.

@@ -42,11 +42,7 @@ void TFXCommonGen::StartSource() { FGenerator.Start(); }
 
 bool TFXCommonGen::PumpFrame() { return IntPump(); }
 
-bool TFXCommonGen::IntPump()
-{
-    FGenerator.Pump();
-    return true;
-}
+bool TFXCommonGen::IntPump() { return FGenerator.Pump(); }
 
 void TFXCommonGen::StopSource() { FGenerator.Stop(); }
 

@@ -43,11 +43,7 @@ void TFXCommonROIGenFilter::GetImageSize(int& width, int& height)
 
 void TFXCommonROIGenFilter::StartSource() { FGenerator.Start(); }
 
-bool TFXCommonROIGenFilter::PumpFrame()
-{
-    FGenerator.Pump();
-    return true;
-}
+bool TFXCommonROIGenFilter::PumpFrame() { return FGenerator.Pump(); }
 
 void TFXCommonROIGenFilter::StopSource() { FGenerator.Stop(); }
 

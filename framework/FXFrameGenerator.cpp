@@ -14,9 +14,18 @@ std::int64_t TFXFrameGenerator::FrameDelayOf(double frameRate)
     return std::max<std::int64_t>(1, std::llround(1e7 / frameRate));
 }
 
+void TFXFrameGenerator::SetStreamFlags(std::uint32_t reserved, std::uint32_t aspectWidth,
+                                       std::uint32_t aspectHeight)
+{
+    FReserved = reserved;
+    FAspectWidth = aspectWidth;
+    FAspectHeight = aspectHeight;
+}
+
 void TFXFrameGenerator::Announce()
 {
-    FOutput.Notify(TPXStartFrameOperation(FWidth, FHeight, FDelay, FFormat));
+    FOutput.Notify(TPXStartFrameOperation(FWidth, FHeight, FDelay, FFormat, FReserved,
+                                          FAspectWidth, FAspectHeight));
 }
 
 void TFXFrameGenerator::StartLocked()
@@ -37,7 +46,7 @@ void TFXFrameGenerator::Start()
     StartLocked();
 }
 
-void TFXFrameGenerator::Pump()
+bool TFXFrameGenerator::Pump()
 {
     FXImageBufferPtr frame;
     {
@@ -57,7 +66,8 @@ void TFXFrameGenerator::Pump()
             Announce();
         }
         frame = new TFXImageBuffer(FWidth, FHeight, FFormat);
-        FHooks.GenerateFrame(*frame);
+        if (!FHooks.FillFrame(*frame))
+            return false;
         frame->GetSequenceStamp().SetBufferNumber(FCount);
         frame->GetTimeStamp().SetBegin(FCount * FDelay);
         frame->GetTimeStamp().SetEnd((FCount + 1) * FDelay);
@@ -66,6 +76,7 @@ void TFXFrameGenerator::Pump()
         ++FCount;
     }
     FOutput.SendBuffer(std::move(frame));
+    return true;
 }
 
 void TFXFrameGenerator::Stop()

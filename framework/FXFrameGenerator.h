@@ -21,6 +21,13 @@ public:
     virtual double GetGeneratorFrameRate() = 0;
     // Draws one frame (size and format already set), under the lock.
     virtual void GenerateFrame(IFXImageBuffer& buffer) = 0;
+    // Like GenerateFrame, for sources that can run out (a file): false when there is no frame,
+    // which is then not sent.
+    virtual bool FillFrame(IFXImageBuffer& buffer)
+    {
+        GenerateFrame(buffer);
+        return true;
+    }
 
 protected:
     ~IFXGeneratorHooks() = default;
@@ -41,9 +48,14 @@ public:
     // Frame period in 100 ns units for a rate in frames per second (at least 1).
     static std::int64_t FrameDelayOf(double frameRate);
 
+    // The flags and pixel aspect the announcements carry (a file player keeps a file's
+    // interlacing and aspect with them); 0 and 1:1 unless set.
+    void SetStreamFlags(std::uint32_t reserved, std::uint32_t aspectWidth,
+                        std::uint32_t aspectHeight);
+
     void Start();
-    // Makes and sends one frame.
-    void Pump();
+    // Makes and sends one frame; false when the source had none (FillFrame said so).
+    bool Pump();
     void Stop();
     // Stream queries arriving at the output pin (the announcement is repeated); false for
     // anything else. Pump requests are the component's: it decides when its stream ends.
@@ -65,6 +77,9 @@ private:
     TFXVideoFormat FFormat = vfRGB24;
     std::int64_t FDelay = 0;
     std::int64_t FCount = 0;
+    std::uint32_t FReserved = 0;
+    std::uint32_t FAspectWidth = 1;
+    std::uint32_t FAspectHeight = 1;
 };
 
 } // namespace framix

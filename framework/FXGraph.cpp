@@ -68,12 +68,21 @@ bool TFXGraph::Pump()
     for (std::size_t i = 0; i < FSources.size(); ++i) {
         if (FEnded[i])
             continue;
-        if (FSources[i]->PumpFrame())
+        if (Pump(*FSources[i]))
             any = true;
         else
             FEnded[i] = true;
     }
     return any;
+}
+
+bool TFXGraph::Pump(IFXPumpSource& source)
+{
+    if (!FXFrameStatsEnabled())
+        return source.PumpFrame();
+    auto* component = dynamic_cast<TKTComponent*>(&source);
+    TFXFrameTimer timer(component ? &component->GetFrameStats() : nullptr);
+    return source.PumpFrame();
 }
 
 void TFXGraph::Stop()

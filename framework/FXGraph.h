@@ -33,6 +33,9 @@ public:
     bool IsRunning() const { return FRunning; }
 
 private:
+    // One frame from one source, timed for the frame statistics.
+    static bool Pump(IFXPumpSource& source);
+
     std::vector<IFXPumpSource*> FSources;
     std::vector<bool> FEnded;
     bool FRunning = false;

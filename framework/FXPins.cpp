@@ -22,6 +22,13 @@ bool TPXBasicPin::Deliver(const IPXNotifyOperation& operation, TPXNotifyState st
 {
     if (!(FAccepted & state) || !FDispatch)
         return false;
+    if (FXFrameStatsEnabled() && state == nsDownstream &&
+        operation.As<TPXSuppliedBufferOperation>()) {
+        TFXFrameStats& stats = FOwner.GetFrameStats();
+        ++stats.FramesIn;
+        TFXFrameTimer timer(&stats);
+        return FDispatch(*this, FType, operation, state);
+    }
     return FDispatch(*this, FType, operation, state);
 }
 
@@ -58,6 +65,17 @@ std::vector<TPXSinkPin*> TPXSourcePin::GetSinkPins() const
 bool TPXSourcePin::Notify(const IPXNotifyOperation& operation)
 {
     std::lock_guard lock(FSendLock);
+    if (FXFrameStatsEnabled() && operation.As<TPXSuppliedBufferOperation>()) {
+        ++GetOwner().GetFrameStats().FramesOut;
+        // What the receivers do with the frame is their time, not the sender's.
+        TFXExcludedTime downstream;
+        return NotifySinks(operation);
+    }
+    return NotifySinks(operation);
+}
+
+bool TPXSourcePin::NotifySinks(const IPXNotifyOperation& operation)
+{
     bool handled = false;
     // Index loop: a receiver may connect further sinks while the operation travels.
     for (std::size_t i = 0; i < FSinks.size(); ++i)

@@ -85,6 +85,8 @@ public:
 
 private:
     friend class TPXSinkPin;
+    bool NotifySinks(const IPXNotifyOperation& operation);
+
     mutable std::recursive_mutex FSendLock;  // serialises sends and guards FSinks
     std::vector<TPXSinkPin*> FSinks;
 };

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/FXFrameStats.h"
 #include "framework/KTPersistent.h"
 
 namespace framix {
@@ -46,7 +47,12 @@ public:
     void SetPropertyByPath(std::string_view path, std::string_view text);
     std::string GetPropertyByPath(std::string_view path) const;
 
+    // Frames in and out and processing time, counted while FXFrameStatsEnabled() (the pins,
+    // the threaded base and the graph's pump measure them; `framix run --stats` prints them).
+    TFXFrameStats& GetFrameStats() const { return FFrameStats; }
+
 private:
+    mutable TFXFrameStats FFrameStats;
     TKTLock FOwnLock;
     TKTComponent* FOwner;
     std::string FName;

@@ -48,13 +48,26 @@ bool TQNBasicThreadedFilter::SinkDispatch(TPXBasicPin& pin, TPXDataType type,
             FWorker.reset();
         } else if (!inline_ && !FWorker) {
             FWorker = std::make_unique<TQNFilterThread>(
-                [this](const IPXNotifyOperation& op) { IntSingleOperation(op); },
+                [this](const IPXNotifyOperation& op) {
+                    if (FXFrameStatsEnabled() && op.As<TPXSuppliedBufferOperation>()) {
+                        TFXFrameTimer timer(&GetFrameStats());
+                        IntSingleOperation(op);
+                    } else {
+                        IntSingleOperation(op);
+                    }
+                },
                 FThreading.GetQueueSize(), FThreading.GetPriority());
         }
         worker = FWorker.get();
         if (worker) {
             // Pushed under the mutex so a concurrent switch cannot overtake this operation.
-            worker->Push(operation);
+            // The worker's time is measured on the worker; waiting for room is nobody's work.
+            if (FXFrameStatsEnabled()) {
+                TFXExcludedTime handOff;
+                worker->Push(operation);
+            } else {
+                worker->Push(operation);
+            }
             return true;
         }
     }

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# The whole test suite on a fresh machine: installs what is missing, then builds and tests
-# an optimised build and an AddressSanitizer + UndefinedBehaviorSanitizer build, and runs the
-# threading tests under ThreadSanitizer.
+# The whole test suite on a fresh machine: installs what is missing (ffmpeg included, for the
+# interop tests), then builds and tests an optimised build and an AddressSanitizer +
+# UndefinedBehaviorSanitizer build, runs the threading tests under ThreadSanitizer, and fuzzes
+# each reader of untrusted input for a bounded time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -19,3 +20,5 @@ echo "== tsan build (threading tests)"
 scripts/build.sh tsan
 TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build/tsan --output-on-failure -j "$(nproc)" \
     -R 'Thread|Concurren'
+echo "== fuzzing (60 s per target)"
+scripts/run-fuzz.sh 60

@@ -17,6 +17,7 @@ namespace framix {
 
 class TKTPersistent;
 class TPXBasicPin;
+class TPXPinListBase;
 
 enum class TFXPropKind : std::uint8_t {
     Bool,
@@ -28,7 +29,7 @@ enum class TFXPropKind : std::uint8_t {
     String,
     Group,      // a nested property group: paths walk into it ("Kernel.Width")
     Collection, // a list of items, each a property group
-    Pin,        // a pin; the stored form writes its connections
+    Pin,        // a pin or a pin list; the stored form writes its connections
     Event,      // an On... callback: listed, never stored
 };
 
@@ -61,7 +62,8 @@ struct TFXPropInfo {
     TFXValue (*Get)(const TKTPersistent&) = nullptr;
     void (*Set)(TKTPersistent&, const TFXValue&) = nullptr;
     TKTPersistent* (*GetObject)(TKTPersistent&) = nullptr;  // Group, Collection
-    TPXBasicPin* (*GetPin)(TKTPersistent&) = nullptr;       // Pin
+    TPXBasicPin* (*GetPin)(TKTPersistent&) = nullptr;       // Pin: one pin
+    TPXPinListBase* (*GetPinList)(TKTPersistent&) = nullptr; // Pin: a list (InputPins)
 
     TFXValue Default() const;
     bool HasValue() const { return Get != nullptr; }
@@ -202,6 +204,13 @@ TPXBasicPin* FXPinThunk(TKTPersistent& object)
     return &(static_cast<typename T::Class&>(object).*Getter)();
 }
 
+template <auto Getter>
+TPXPinListBase* FXPinListThunk(TKTPersistent& object)
+{
+    using T = TFXMemberTraits<decltype(Getter)>;
+    return &(static_cast<typename T::Class&>(object).*Getter)();
+}
+
 template <auto Getter, auto Setter>
 consteval TFXPropInfo FXValueEntry(std::string_view name, std::string_view help, TFXPropKind kind,
                                    std::uint8_t flags)
@@ -325,6 +334,15 @@ consteval TFXPropInfo FXPin(const TFXObjectProp& d)
 {
     TFXPropInfo info = detail::FXObjectEntry(d, TFXPropKind::Pin);
     info.GetPin = &detail::FXPinThunk<Getter>;
+    return info;
+}
+
+// A published pin list ("InputPins"): the getter returns the TPXPinListBase by reference.
+template <auto Getter>
+consteval TFXPropInfo FXPinList(const TFXObjectProp& d)
+{
+    TFXPropInfo info = detail::FXObjectEntry(d, TFXPropKind::Pin);
+    info.GetPinList = &detail::FXPinListThunk<Getter>;
     return info;
 }
 

@@ -10,6 +10,9 @@
 #include "framework/properties/FXPalette.h"
 #include "framework/FXError.h"
 #include "framework/properties/FXPropertyAccess.h"
+#include "framework/KTCollection.h"
+#include "storage/FXGraphLoader.h"
+#include "storage/FXGraphSaver.h"
 
 namespace framix {
 namespace {
@@ -76,6 +79,78 @@ TEST_P(PaletteTables, EveryValueSurvivesATextRoundTrip)
             EXPECT_EQ(component->GetPropertyByPath(path), text) << path;
         }
     });
+}
+
+// A value of the property's kind that differs from its default and lies within its bounds.
+TFXValue OtherValue(const TFXPropInfo& p)
+{
+    const TFXValue def = p.Default();
+    switch (p.Kind) {
+    case TFXPropKind::Bool: return TFXValue(!std::get<bool>(def));
+    case TFXPropKind::Int: {
+        const std::int64_t d = std::get<std::int64_t>(def);
+        return TFXValue(double(d) + 1 <= p.Max ? d + 1 : d - 1);
+    }
+    case TFXPropKind::Enum:
+        return TFXValue(std::int64_t((std::get<std::int64_t>(def) + 1) % std::int64_t(p.EnumNames.size())));
+    case TFXPropKind::Colour: return TFXValue(std::get<std::int64_t>(def) ^ 0x00A5C30F);
+    case TFXPropKind::Float:
+    case TFXPropKind::Double: {
+        const double d = std::get<double>(def);
+        return TFXValue(d + 0.375 <= p.Max ? d + 0.375 : d - 0.375);
+    }
+    case TFXPropKind::String: return TFXValue(std::get<std::string>(def) + "it's #1\n");
+    default: return def;
+    }
+}
+
+// Sets every writable value of `object`, its groups and one new item of each collection to a
+// value other than its default.
+void SetNonDefaults(TKTPersistent& object)
+{
+    object.GetClassInfo().ForEach([&](const TFXPropInfo& p) {
+        if (p.Kind == TFXPropKind::Group)
+            SetNonDefaults(*p.GetObject(object));
+        else if (p.Kind == TFXPropKind::Collection)
+            SetNonDefaults(dynamic_cast<TKTCollection&>(*p.GetObject(object)).Add());
+        else if (p.HasValue() && p.IsWritable() && !(p.Flags & pfLegacy))
+            p.Set(object, OtherValue(p));
+    });
+}
+
+void ExpectSameValues(TKTPersistent& a, TKTPersistent& b, const std::string& prefix)
+{
+    a.GetClassInfo().ForEach([&](const TFXPropInfo& p) {
+        const std::string path = prefix + std::string(p.Name);
+        if (p.Kind == TFXPropKind::Group) {
+            ExpectSameValues(*p.GetObject(a), *p.GetObject(b), path + ".");
+        } else if (p.Kind == TFXPropKind::Collection) {
+            auto& ca = dynamic_cast<TKTCollection&>(*p.GetObject(a));
+            auto& cb = dynamic_cast<TKTCollection&>(*p.GetObject(b));
+            ASSERT_EQ(ca.Count(), cb.Count()) << path;
+            for (int i = 0; i < ca.Count(); ++i)
+                ExpectSameValues(ca.GetItem(i), cb.GetItem(i), path + "[" + std::to_string(i) + "].");
+        } else if (p.HasValue()) {
+            EXPECT_TRUE(p.Get(a) == p.Get(b)) << path << ": " << FXFormatPropertyValue(p, p.Get(a))
+                                              << " came back as " << FXFormatPropertyValue(p, p.Get(b));
+        }
+    });
+}
+
+TEST_P(PaletteTables, EveryValueSurvivesAStoredFormRoundTrip)
+{
+    TFXGraph graph;
+    graph.SetName("Graph1");
+    TKTComponent* component = GetParam()->Create(&graph);
+    component->SetName("Component1");
+    SetNonDefaults(*component);
+    const std::string text = FXSaveGraphText(graph);
+    const auto loaded = FXLoadGraphText(text, "saved.dfm");
+    TKTComponent* back = loaded->FindComponent("Component1");
+    ASSERT_NE(back, nullptr) << text;
+    ASSERT_EQ(back->GetClassInfo().Name(), GetParam()->ClassName);
+    ExpectSameValues(*component, *back, "");
+    EXPECT_EQ(FXSaveGraphText(*loaded), text);
 }
 
 std::vector<const TFXPaletteEntry*> AllEntries()

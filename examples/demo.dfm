@@ -1,0 +1,23 @@
+object Demo: TFXGraph
+  object Pattern: TFXTestPatternGen
+    ImageSize.Width = 640
+    ImageSize.Height = 360
+    OutputPin.SinkPins = (
+      Demo.ToYUV.InputPin
+      Demo.Still.InputPin)
+  end
+  object ToYUV: TFXChangeFormat
+    Format = vfI420
+    InputPin.SourcePin = Demo.Pattern.OutputPin
+    OutputPin.SinkPins = (
+      Demo.Video.InputPin)
+  end
+  object Video: TFXFileLogger
+    FileName = 'framix-demo.y4m'
+    InputPin.SourcePin = Demo.ToYUV.OutputPin
+  end
+  object Still: TFXFileLogger
+    FileName = 'framix-demo.png'
+    InputPin.SourcePin = Demo.Pattern.OutputPin
+  end
+end

@@ -1,0 +1,16 @@
+object Graph1: TFXGraph
+  object Player1: TFXFilePlayer
+    FileName = '-'
+    OutputPin.SinkPins = (
+      Graph1.ToRGB.InputPin)
+  end
+  object ToRGB: TFXChangeFormat
+    InputPin.SourcePin = Graph1.Player1.OutputPin
+    OutputPin.SinkPins = (
+      Graph1.Logger1.InputPin)
+  end
+  object Logger1: TFXFileLogger
+    FileName = '-'
+    InputPin.SourcePin = Graph1.ToRGB.OutputPin
+  end
+end
