@@ -11,14 +11,15 @@ scripts/install-deps.sh
 scripts/install-ipp.sh || echo "Intel IPP could not be installed: differential tests will be skipped"
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-for flavour in release asan; do
-    echo "== $flavour build"
-    scripts/build.sh "$flavour"
-    ctest --test-dir "build/$flavour" --output-on-failure -j "$(nproc)"
-done
+echo "== fuzzing (60 s per target)"
+scripts/run-fuzz.sh 60
 echo "== tsan build (threading tests)"
 scripts/build.sh tsan
 TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build/tsan --output-on-failure -j "$(nproc)" \
     -R 'Thread|Concurren'
-echo "== fuzzing (60 s per target)"
-scripts/run-fuzz.sh 60
+# The full suite last, so its summary closes the log.
+for flavour in asan release; do
+    echo "== $flavour build"
+    scripts/build.sh "$flavour"
+    ctest --test-dir "build/$flavour" --output-on-failure -j "$(nproc)"
+done
