@@ -129,7 +129,7 @@ TEST_F(FilterFixedMedian, ColourMedianTiesGoToTheFirstInRowOrder)
     for (int first = 0; first < 3; ++first) {
         // the mask around (1 mod 3, 0): rows -1, 0, 1 each hold the colours first, first+1, ...
         const auto tile = [&](int x, int y, int c) {
-            const int k = ((x + 30) % 3 + y + 1 + first) % 3;
+            const int k = ((x + 30) % 3 + y + 31 + first) % 3; // y + 1, kept positive
             return colours[k][c];
         };
         const TFXTile<Ipp8u, 4> src(

@@ -103,7 +103,7 @@ struct TDivide16 {
         Half = SplatI16(d / 2);
         HalfMinus1 = SplatI16(d / 2 - 1);
         // x at or above 256 d saturates whatever its rounding, so x + d / 2 stays below 2^15.
-        Cap = SplatI16(256 * d);
+        Cap = SplatI16(std::min(256 * d, 32767)); // used by the magic kinds only (d <= 127)
         // Magic: ceil(2^(16 + Shift) / d), below 2^16; for z < 2^15,
         // floor(z * Reciprocal / 2^(16 + Shift)) == floor(z / d) (the error z (m d - 2^(16+s))
         // stays below 2^(16+s) because d < 2^(s+1)). General: floor(65536 / d).
