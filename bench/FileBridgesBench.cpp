@@ -139,7 +139,10 @@ void LoggerWrite(benchmark::State& state)
 {
     struct TSource : TKTComponent {
         TFXPXImageSourcePin Pin;
-        explicit TSource(TKTComponent* o) : TKTComponent(o), Pin(*this, "OutputPin", Lock(), nullptr) {}
+        explicit TSource(TKTComponent* o)
+            : TKTComponent(o), Pin(*this, "OutputPin", Lock(), nullptr)
+        {
+        }
     };
     const std::string path = TempFile("framix-bench-logger.y4m");
     TFXGraph graph;
@@ -286,7 +289,9 @@ BENCHMARK_CAPTURE(Ffmpeg, decode, std::string("-f null -"))
     ->UseManualTime()
     ->Iterations(3)
     ->Unit(benchmark::kMicrosecond);
-BENCHMARK(PlayerToLogger)->Name("TFXFilePlayer-TFXFileLogger-copy/vfI420/1920x1080/file")->Unit(benchmark::kMicrosecond);
+BENCHMARK(PlayerToLogger)
+    ->Name("TFXFilePlayer-TFXFileLogger-copy/vfI420/1920x1080/file")
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(Ffmpeg, copy, "-f yuv4mpegpipe " + TempFile("framix-bench-ffmpeg-out.y4m"))
     ->Name("ffmpeg-y4m-copy/yuv420p/1920x1080/file")
     ->UseManualTime()

@@ -91,7 +91,7 @@ TEST(FXFrameStats, CountFramesAndChargeEachComponentOnlyItsOwnTime)
     sink->GetImageInputPin().SetSourcePin(&b->GetImageOutputPin());
 
     graph.Start();
-    graph.Pump();  // not counted: statistics are off
+    graph.Pump(); // not counted: statistics are off
     graph.WaitIdle();
     FXEnableFrameStats(true);
     for (int i = 0; i < 5; ++i)

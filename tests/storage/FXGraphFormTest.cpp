@@ -47,8 +47,8 @@ private:
 // A group with a value and an extra property of nested lists, as a colour table stores itself.
 class TTestGroup : public TKTPersistentNotify {
 public:
-    static constexpr TFXIntProp kDepth{.Name = "Depth", .Help = "depth", .Default = 2, .Min = 0,
-                                       .Max = 100};
+    static constexpr TFXIntProp kDepth{
+        .Name = "Depth", .Help = "depth", .Default = 2, .Min = 0, .Max = 100};
 
     TTestGroup(TKTPersistent* owner, IKTLock& lock) : TKTPersistentNotify(owner, lock, nullptr) {}
     static const TFXClassInfo& ClassInfo()
@@ -106,20 +106,21 @@ int GLoadedCalls = 0;
 class TTestKitchen : public TKTComponent {
 public:
     static constexpr TFXBoolProp kFlag{.Name = "Flag", .Help = "a switch"};
-    static constexpr TFXIntProp kCount{.Name = "Count", .Help = "a count", .Default = 3, .Min = -5,
-                                       .Max = 1000};
-    static constexpr TFXFloatProp kGain{.Name = "Gain", .Help = "gain", .Default = 1.0, .Min = 0,
-                                        .Max = 10};
+    static constexpr TFXIntProp kCount{
+        .Name = "Count", .Help = "a count", .Default = 3, .Min = -5, .Max = 1000};
+    static constexpr TFXFloatProp kGain{
+        .Name = "Gain", .Help = "gain", .Default = 1.0, .Min = 0, .Max = 10};
     static constexpr TFXFloatProp kRatio{.Name = "Ratio", .Help = "ratio", .Default = 0.5};
-    static constexpr TFXEnumProp<TTestMode> kMode{.Name = "Mode", .Help = "mode", .Default = tmFirst};
+    static constexpr TFXEnumProp<TTestMode> kMode{
+        .Name = "Mode", .Help = "mode", .Default = tmFirst};
     static constexpr TFXColourProp kTint{.Name = "Tint", .Help = "colour", .Default = 0x00FFFFFF};
     static constexpr TFXStringProp kCaption{.Name = "Caption", .Help = "text", .Default = "none"};
-    static constexpr TFXIntProp kAlways{.Name = "Always", .Help = "stored even when default",
-                                        .Flags = pfStored | pfNoDefault};
-    static constexpr TFXIntProp kOld{.Name = "OldCount", .Help = "older name of Count",
-                                     .Default = 3, .Flags = pfLegacy};
-    static constexpr TFXIntProp kSerial{.Name = "Serial", .Help = "read-only",
-                                        .Flags = pfStored | pfReadOnly};
+    static constexpr TFXIntProp kAlways{
+        .Name = "Always", .Help = "stored even when default", .Flags = pfStored | pfNoDefault};
+    static constexpr TFXIntProp kOld{
+        .Name = "OldCount", .Help = "older name of Count", .Default = 3, .Flags = pfLegacy};
+    static constexpr TFXIntProp kSerial{
+        .Name = "Serial", .Help = "read-only", .Flags = pfStored | pfReadOnly};
 
     explicit TTestKitchen(TKTComponent* owner)
         : TKTComponent(owner), FSize(this, Lock()),
@@ -264,7 +265,7 @@ std::unique_ptr<TFXGraph> EveryKindGraph()
     a->SetName("A");
     auto* b = new TTestKitchen(graph.get());
     b->SetName("B");
-    auto* c = new TTestKitchen(graph.get());  // unnamed: the saver names it
+    auto* c = new TTestKitchen(graph.get()); // unnamed: the saver names it
     a->SetFlag(true);
     a->SetCount(-5);
     a->SetGain(0.1f);
@@ -368,7 +369,7 @@ end
     EXPECT_EQ(Kitchen(*graph, "Other").GetInput().GetSourcePin(), &source.GetOutput());
     EXPECT_EQ(Kitchen(*graph, "Other").GetCount(), 16);
     EXPECT_EQ(Kitchen(*graph, "Other").GetMode(), tmSecond);
-    EXPECT_EQ(Kitchen(*graph, "Other").GetRatio(), 3.0);  // the later assignment wins
+    EXPECT_EQ(Kitchen(*graph, "Other").GetRatio(), 3.0); // the later assignment wins
     // Loaded runs once per component, after the links exist.
     EXPECT_EQ(GLoadedCalls, 3);
     EXPECT_TRUE(Kitchen(*graph, "Sink").InputWiredWhenLoaded);
@@ -387,8 +388,8 @@ TEST(FXGraphForm, LegacyValuesAreReadButNeverWritten)
 
 struct TBadForm {
     const char* Name;
-    const char* Body;  // the objects inside `object G: TFXGraph ... end`
-    int Line;          // of the text at fault, in the whole form
+    const char* Body; // the objects inside `object G: TFXGraph ... end`
+    int Line;         // of the text at fault, in the whole form
     int Column;
     const char* Message;
 };
@@ -443,31 +444,39 @@ const TBadForm kBadForms[] = {
      "G.K: Matrix: expected a number, found string 'x'"},
     {"ExtraWithItemsLeft", "  object K: TTestKitchen\n    Matrix = (1 1.5 2.5)\n  end\n", 3, 21,
      "unexpected float"},
-    {"CollectionItemValue", "  object K: TTestKitchen\n    Items = <\n      item\n        Weight = "
-                            "'heavy'\n      end>\n  end\n",
+    {"CollectionItemValue",
+     "  object K: TTestKitchen\n    Items = <\n      item\n        Weight = "
+     "'heavy'\n      end>\n  end\n",
      5, 18, "G.K: property 'Weight' expects a number"},
-    {"MissingComponent", "  object K: TTestKitchen\n    InputPin.SourcePin = G.Nope.OutputPin\n"
-                         "  end\n",
+    {"MissingComponent",
+     "  object K: TTestKitchen\n    InputPin.SourcePin = G.Nope.OutputPin\n"
+     "  end\n",
      3, 26, "G.K.InputPin: pin 'G.Nope.OutputPin': there is no component 'Nope' in G"},
-    {"MissingPin", "  object K: TTestKitchen\n  end\n  object L: TTestKitchen\n"
-                   "    InputPin.SourcePin = G.K.OutputPn\n  end\n",
+    {"MissingPin",
+     "  object K: TTestKitchen\n  end\n  object L: TTestKitchen\n"
+     "    InputPin.SourcePin = G.K.OutputPn\n  end\n",
      5, 26, "G.K has no pin 'OutputPn' (did you mean 'OutputPin'?)"},
-    {"SinkNamedAsSource", "  object K: TTestKitchen\n    InputPin.SourcePin = G.L.InputPin\n"
-                          "  end\n  object L: TTestKitchen\n  end\n",
+    {"SinkNamedAsSource",
+     "  object K: TTestKitchen\n    InputPin.SourcePin = G.L.InputPin\n"
+     "  end\n  object L: TTestKitchen\n  end\n",
      3, 26, "G.L.InputPin is an input; a source must be an output pin"},
-    {"TwoSourcesForOneSink", "  object K: TTestKitchen\n    OutputPin.SinkPins = (G.M.InputPin)\n"
-                             "  end\n  object L: TTestKitchen\n    OutputPin.SinkPins = (G.M.InputPin)\n"
-                             "  end\n  object M: TTestKitchen\n  end\n",
+    {"TwoSourcesForOneSink",
+     "  object K: TTestKitchen\n    OutputPin.SinkPins = (G.M.InputPin)\n"
+     "  end\n  object L: TTestKitchen\n    OutputPin.SinkPins = (G.M.InputPin)\n"
+     "  end\n  object M: TTestKitchen\n  end\n",
      6, 27, "G.M.InputPin is fed by two sources: G.K.OutputPin (line 3) and G.L.OutputPin"},
-    {"Cycle", "  object A: TTestKitchen\n    InputPin.SourcePin = G.C.OutputPin\n  end\n"
-              "  object B: TTestKitchen\n    InputPin.SourcePin = G.A.OutputPin\n  end\n"
-              "  object C: TTestKitchen\n    InputPin.SourcePin = G.B.OutputPin\n  end\n",
+    {"Cycle",
+     "  object A: TTestKitchen\n    InputPin.SourcePin = G.C.OutputPin\n  end\n"
+     "  object B: TTestKitchen\n    InputPin.SourcePin = G.A.OutputPin\n  end\n"
+     "  object C: TTestKitchen\n    InputPin.SourcePin = G.B.OutputPin\n  end\n",
      3, 26, "the pin links form a cycle: G.A -> G.B -> G.C -> G.A"},
-    {"ComponentFeedsItself", "  object A: TTestKitchen\n    InputPin.SourcePin = G.A.OutputPin\n"
-                             "  end\n",
+    {"ComponentFeedsItself",
+     "  object A: TTestKitchen\n    InputPin.SourcePin = G.A.OutputPin\n"
+     "  end\n",
      3, 26, "cycle: G.A -> G.A"},
-    {"TooManySourcesForAList", "  object A: TTestKitchen\n    InputPins.Pins = (nil nil nil "
-                               "G.A.OutputPin)\n  end\n",
+    {"TooManySourcesForAList",
+     "  object A: TTestKitchen\n    InputPins.Pins = (nil nil nil "
+     "G.A.OutputPin)\n  end\n",
      3, 22, "has 3 pins, the form names 4 sources"},
 };
 
@@ -533,10 +542,11 @@ TEST(FXGraphForm, AnyRootClassBecomesAGraphAndNamesAreCaseInsensitive)
               "  end\nend\n");
 
     // Without a root name, references start at the root's components.
-    const std::string unnamed = "object TFXGraph\n  object A: TFXChangeFormat\n"
-                                "    OutputPin.SinkPins = (\n      B.InputPin)\n  end\n"
-                                "  object B: TFXChangeFormat\n    InputPin.SourcePin = A.OutputPin\n"
-                                "  end\nend\n";
+    const std::string unnamed =
+        "object TFXGraph\n  object A: TFXChangeFormat\n"
+        "    OutputPin.SinkPins = (\n      B.InputPin)\n  end\n"
+        "  object B: TFXChangeFormat\n    InputPin.SourcePin = A.OutputPin\n"
+        "  end\nend\n";
     EXPECT_EQ(FXSaveGraphText(*FXLoadGraphText(unnamed)), unnamed);
 }
 
