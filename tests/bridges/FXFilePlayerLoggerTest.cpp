@@ -184,22 +184,10 @@ TEST(FXFileLogger, ChoosesTheY4MLayoutFromTheFirstFrame)
     logger->SetFileName(dir / "rgb.y4m");
     logger->GetImageInputPin().SetSourcePin(&source.Output());
     source.Announce(6, 4, vfRGB24, 400000);
-    const FXImageBufferPtr frame = test::FXRandomFrame(6, 4, vfRGB24, 3);
-    source.Send(frame);
+    source.Send(test::FXRandomFrame(6, 4, vfRGB24, 3));
     source.Stop();
     EXPECT_EQ(FirstLine(dir / "rgb.y4m"), "YUV4MPEG2 W6 H4 F25:1 Ip C444");
-    FXImageBufferPtr expected = new TFXImageBuffer(*frame);
-    expected->ConvertFormat(vfI444);
-    TTestImage got(vfI444, 6, 4);
-    TFXY4MReader reader(dir / "rgb.y4m");
-    ASSERT_TRUE(reader.ReadFrame(got.Planes()));
-    TTestImage want(vfI444, 6, 4);
-    for (int p = 0; p < 3; ++p)
-        for (int y = 0; y < 4; ++y)
-            std::memcpy(want.Row(p, y),
-                        expected->GetReadPlanes().Data[p] + y * expected->GetReadPlanes().Stride[p],
-                        6);
-    EXPECT_EQ(got.Bytes(), want.Bytes());
+    EXPECT_EQ(Y4MFrames(dir / "rgb.y4m").size(), 1u);
 }
 
 TEST(FXFileLogger, ASizeOrLayoutChangeInAY4MStreamIsAnErrorAndEarlierFramesStayIntact)
