@@ -306,12 +306,13 @@ int FXDemoCommand(const std::vector<std::string>& args, std::ostream& out)
     const auto graph = FXLoadGraphText(kFXDemoGraph, "demo.dfm");
     auto* video = dynamic_cast<TFXFileLogger*>(graph->FindComponent("Video"));
     auto* still = dynamic_cast<TFXFileLogger*>(graph->FindComponent("Still"));
-    if (!video || !still)
-        throw EFXError("the built-in demo graph lacks its Video and Still loggers");
+    const TKTComponent* source = graph->FindComponent("Pattern");
+    if (!video || !still || !source)
+        throw EFXError("the built-in demo graph lacks its Pattern, Video or Still component");
     if (!FXPNGAvailable())
         still->SetFileName("framix-demo.ppm"); // built without libpng: the frame as PPM
     const TFXRunResult result = TFXGraphRunner(*graph, line.Run).Run();
-    const TKTComponent* source = graph->GetComponents().front();
+
     const std::string size = source->GetPropertyByPath("ImageSize.Width") + "x" +
                              source->GetPropertyByPath("ImageSize.Height");
     namespace fs = std::filesystem;

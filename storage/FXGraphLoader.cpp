@@ -3,6 +3,7 @@
 #include "storage/FXGraphLoader.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "framework/KTCollection.h"
 #include "framework/properties/FXPropertyAccess.h"
@@ -60,11 +61,13 @@ std::string Suggestion(std::string_view name, const std::vector<std::string_view
     return near.empty() ? std::string() : " (did you mean " + Quote(near) + "?)";
 }
 
-std::vector<std::string_view> PropertyNames(const TFXClassInfo& info, TFXPropKind only, bool filter)
+// The names in a class's table, or only those of one kind.
+std::vector<std::string_view> PropertyNames(const TFXClassInfo& info,
+                                            std::optional<TFXPropKind> only = {})
 {
     std::vector<std::string_view> names;
     info.ForEach([&](const TFXPropInfo& p) {
-        if (!filter || p.Kind == only)
+        if (!only || p.Kind == *only)
             names.push_back(p.Name);
     });
     return names;
@@ -235,7 +238,7 @@ void TFXGraphLoader::Assign(TKTPersistent& object, TKTComponent& component,
             std::vector<std::string> defined;
             if (last && AssignExtra(*target, component, steps[i], path, property.Value, defined))
                 return;
-            std::vector<std::string_view> candidates = PropertyNames(info, TFXPropKind::Int, false);
+            std::vector<std::string_view> candidates = PropertyNames(info);
             candidates.insert(candidates.end(), defined.begin(), defined.end());
             Fail(property.Position, where + "Unknown property " + Quote(path) + ": " +
                                         std::string(info.Name()) + " has no property " +
@@ -530,7 +533,7 @@ TPXBasicPin& TFXGraphLoader::ResolvePinReference(const TFXFormValue& reference,
         Fail(reference.Position(), at + "names a component, not one of its pins");
     const TFXPropInfo* info = FindProperty(owner->GetClassInfo(), steps[i]);
     if (!info || info->Kind != TFXPropKind::Pin) {
-        const auto pins = PropertyNames(owner->GetClassInfo(), TFXPropKind::Pin, true);
+        const auto pins = PropertyNames(owner->GetClassInfo(), TFXPropKind::Pin);
         const auto children = [&] {
             std::vector<std::string_view> names(pins);
             for (TKTComponent* c : owner->GetComponents())
