@@ -64,10 +64,12 @@ std::string GraphForm(int components)
     auto name = [](int i) { return "C" + std::to_string(i); };
     auto link = [&](TFXFormObject& o, int i) {
         if (i > 0)
-            o.Add("InputPin.SourcePin", TFXFormValue::Identifier("Graph1." + name(i - 1) + ".OutputPin"));
+            o.Add("InputPin.SourcePin",
+                  TFXFormValue::Identifier("Graph1." + name(i - 1) + ".OutputPin"));
         if (i + 1 < components)
             o.Add("OutputPin.SinkPins",
-                  TFXFormValue::List({TFXFormValue::Identifier("Graph1." + name(i + 1) + ".InputPin")}));
+                  TFXFormValue::List(
+                      {TFXFormValue::Identifier("Graph1." + name(i + 1) + ".InputPin")}));
     };
     TFXFormObject& gen = graph.AddChild(name(0), "TFXTestPatternGen");
     gen.Add("ImageSize.Width", TFXFormValue::Integer(640));

@@ -5,8 +5,8 @@
 #include <cctype>
 
 #include "bridges/FXImageSequenceWriter.h"
-#include "bridges/FXY4MWriter.h"
 #include "bridges/FXY4MFormat.h"
+#include "bridges/FXY4MWriter.h"
 #include "framework/properties/FXPalette.h"
 
 namespace framix {
@@ -22,10 +22,14 @@ std::string Describe(TFXVideoFormat format, int width, int height)
 char Interlacing(std::uint32_t flags)
 {
     switch (flags & kFXStartFlagFieldMask) {
-    case kFXStartFlagTopFieldFirst: return 't';
-    case kFXStartFlagBottomFieldFirst: return 'b';
-    case kFXStartFlagMixedFields: return 'm';
-    default: return 'p';
+    case kFXStartFlagTopFieldFirst:
+        return 't';
+    case kFXStartFlagBottomFieldFirst:
+        return 'b';
+    case kFXStartFlagMixedFields:
+        return 'm';
+    default:
+        return 'p';
     }
 }
 
@@ -50,7 +54,10 @@ std::string TFXFileLogger::GetFileName() const
     return FFileName;
 }
 
-void TFXFileLogger::SetFileName(std::string value) { Lock().Store(FFileName, std::move(value)); }
+void TFXFileLogger::SetFileName(std::string value)
+{
+    Lock().Store(FFileName, std::move(value));
+}
 
 std::int64_t TFXFileLogger::GetFramesWritten() const
 {
@@ -63,15 +70,19 @@ TFXVideoFormat TFXFileLogger::Y4MFormatFor(TFXVideoFormat format)
     switch (format) {
     case vfI420:
     case vfYV12:
-    case vfNV12: return vfI420;
+    case vfNV12:
+        return vfI420;
     case vfYUY2:
     case vfUYVY:
-    case vfI422: return vfI422;
+    case vfI422:
+        return vfI422;
     case vfI444:
     case vfYUVA444:
     case vfGray8:
-    case vfGray16: return format;
-    default: return vfI444;  // every RGB layout: full chroma keeps the colours closest
+    case vfGray16:
+        return format;
+    default:
+        return vfI444; // every RGB layout: full chroma keeps the colours closest
     }
 }
 
@@ -83,9 +94,12 @@ TFXVideoFormat TFXFileLogger::ImageFormatFor(TFXVideoFormat format)
     case vfRGB24:
     case vfRGB32:
     case vfRGB48:
-    case vfRGBA64: return format;
-    case vfYUVA444: return vfRGB32;
-    default: return vfRGB24;
+    case vfRGBA64:
+        return format;
+    case vfYUVA444:
+        return vfRGB32;
+    default:
+        return vfRGB24;
     }
 }
 
@@ -94,7 +108,10 @@ void TFXFileLogger::Fail(const std::string& message) const
     throw EFXError(GetPathName() + ": " + message);
 }
 
-bool TFXFileLogger::IsY4M() const { return FFileName == "-" || FXIsY4MFileName(FFileName); }
+bool TFXFileLogger::IsY4M() const
+{
+    return FFileName == "-" || FXIsY4MFileName(FFileName);
+}
 
 void TFXFileLogger::IntSingleOperation(const IPXNotifyOperation& operation)
 {
@@ -149,10 +166,11 @@ void TFXFileLogger::ProcessImage(IFXImageBuffer& buffer)
         }
         FXImageBufferPtr converted;
         if (format != target) {
-            converted = new TFXImageBuffer(buffer);  // shares the pixels; conversion copies
+            converted = new TFXImageBuffer(buffer); // shares the pixels; conversion copies
             converted->ConvertFormat(target);
         }
-        const TFXConstPlanes planes = converted ? converted->GetReadPlanes() : buffer.GetReadPlanes();
+        const TFXConstPlanes planes =
+            converted ? converted->GetReadPlanes() : buffer.GetReadPlanes();
         if (y4m)
             FY4M->WriteFrame(target, width, height, planes);
         else
@@ -182,6 +200,9 @@ void TFXFileLogger::Close()
     FImages.reset();
 }
 
-void RegisterFXFileLogger(TFXPalette& palette) { palette.Register<TFXFileLogger>(kFXPalettePage); }
+void RegisterFXFileLogger(TFXPalette& palette)
+{
+    palette.Register<TFXFileLogger>(kFXPalettePage);
+}
 
 } // namespace framix

@@ -22,7 +22,7 @@ bool LooksLikeY4M(const std::string& fileName)
     if (fileName == "-") {
         const int c = std::getc(stdin);
         if (c == EOF)
-            return true;  // an empty stream: the Y4M reader reports it
+            return true; // an empty stream: the Y4M reader reports it
         std::ungetc(c, stdin);
         return c == 'Y';
     }
@@ -37,10 +37,14 @@ bool LooksLikeY4M(const std::string& fileName)
 std::uint32_t FieldFlags(const std::optional<char>& interlacing)
 {
     switch (interlacing.value_or('p')) {
-    case 't': return kFXStartFlagTopFieldFirst;
-    case 'b': return kFXStartFlagBottomFieldFirst;
-    case 'm': return kFXStartFlagMixedFields;
-    default: return 0;
+    case 't':
+        return kFXStartFlagTopFieldFirst;
+    case 'b':
+        return kFXStartFlagBottomFieldFirst;
+    case 'm':
+        return kFXStartFlagMixedFields;
+    default:
+        return 0;
     }
 }
 
@@ -71,7 +75,10 @@ std::string TFXFilePlayer::GetFileName() const
     return FFileName;
 }
 
-void TFXFilePlayer::SetFileName(std::string value) { Lock().Store(FFileName, std::move(value)); }
+void TFXFilePlayer::SetFileName(std::string value)
+{
+    Lock().Store(FFileName, std::move(value));
+}
 
 double TFXFilePlayer::GetFrameRate() const
 {
@@ -79,7 +86,10 @@ double TFXFilePlayer::GetFrameRate() const
     return FFrameRate;
 }
 
-void TFXFilePlayer::SetFrameRate(double value) { Lock().StoreClamped(FFrameRate, value, kFrameRate); }
+void TFXFilePlayer::SetFrameRate(double value)
+{
+    Lock().StoreClamped(FFrameRate, value, kFrameRate);
+}
 
 std::int64_t TFXFilePlayer::GetFramesPlayed() const
 {
@@ -196,6 +206,9 @@ bool TFXFilePlayer::SourceDispatch(TPXBasicPin& pin, TPXDataType type,
            TQNBasicCommonFilter::SourceDispatch(pin, type, operation, state);
 }
 
-void RegisterFXFilePlayer(TFXPalette& palette) { palette.Register<TFXFilePlayer>(kFXPalettePage); }
+void RegisterFXFilePlayer(TFXPalette& palette)
+{
+    palette.Register<TFXFilePlayer>(kFXPalettePage);
+}
 
 } // namespace framix

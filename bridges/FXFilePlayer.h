@@ -89,7 +89,7 @@ private:
     double FFrameRate = kFrameRate.Default;
     std::unique_ptr<TFXY4MReader> FY4M;
     std::unique_ptr<TFXImageSequenceReader> FImages;
-    double FStreamRate = 0;  // of the open stream
+    double FStreamRate = 0; // of the open stream
     bool FEnded = false;
     std::int64_t FPlayed = 0;
 };

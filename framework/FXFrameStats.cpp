@@ -22,7 +22,10 @@ std::int64_t Since(std::chrono::steady_clock::time_point start)
 }
 } // namespace
 
-void FXEnableFrameStats(bool on) { detail::GFXFrameStatsOn.store(on, std::memory_order_relaxed); }
+void FXEnableFrameStats(bool on)
+{
+    detail::GFXFrameStatsOn.store(on, std::memory_order_relaxed);
+}
 
 double TFXFrameStats::NsPerFrame() const
 {
@@ -35,11 +38,20 @@ TFXExcludedTime::TFXExcludedTime() : FStart(std::chrono::steady_clock::now()), F
     tlExcludedNs = 0;
 }
 
-TFXExcludedTime::~TFXExcludedTime() { tlExcludedNs = FSaved + ElapsedNs(); }
+TFXExcludedTime::~TFXExcludedTime()
+{
+    tlExcludedNs = FSaved + ElapsedNs();
+}
 
-std::int64_t TFXExcludedTime::Nested() { return tlExcludedNs; }
+std::int64_t TFXExcludedTime::Nested()
+{
+    return tlExcludedNs;
+}
 
-std::int64_t TFXExcludedTime::ElapsedNs() const { return Since(FStart); }
+std::int64_t TFXExcludedTime::ElapsedNs() const
+{
+    return Since(FStart);
+}
 
 TFXFrameTimer::~TFXFrameTimer()
 {

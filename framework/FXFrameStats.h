@@ -32,7 +32,10 @@ extern std::atomic<bool> GFXFrameStatsOn;
 }
 
 // Off by default. While off, the pins and bases pay one relaxed atomic load per operation.
-inline bool FXFrameStatsEnabled() { return detail::GFXFrameStatsOn.load(std::memory_order_relaxed); }
+inline bool FXFrameStatsEnabled()
+{
+    return detail::GFXFrameStatsOn.load(std::memory_order_relaxed);
+}
 void FXEnableFrameStats(bool on);
 
 // A scope whose time belongs to someone else: the enclosing TFXFrameTimer does not count it.

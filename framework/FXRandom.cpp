@@ -25,12 +25,16 @@ std::uint64_t Mix(std::uint64_t z)
 
 std::uint32_t FXRandom(std::uint32_t n)
 {
-    const std::uint64_t state = GState.fetch_add(kGoldenGamma, std::memory_order_relaxed) + kGoldenGamma;
+    const std::uint64_t state =
+        GState.fetch_add(kGoldenGamma, std::memory_order_relaxed) + kGoldenGamma;
     // Lemire's multiply-shift maps 32 random bits onto [0, n) without a division; the bias is
     // below n / 2^32, far under what any component can observe.
     return std::uint32_t((Mix(state) >> 32) * std::uint64_t(n) >> 32);
 }
 
-void FXRandomSeed(std::uint64_t seed) { GState.store(seed, std::memory_order_relaxed); }
+void FXRandomSeed(std::uint64_t seed)
+{
+    GState.store(seed, std::memory_order_relaxed);
+}
 
 } // namespace framix

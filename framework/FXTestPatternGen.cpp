@@ -48,7 +48,10 @@ std::int32_t TFXTestPatternGen::GetSpeed() const
     return FSpeed;
 }
 
-void TFXTestPatternGen::SetSpeed(std::int32_t value) { Lock().StoreClamped(FSpeed, value, kSpeed); }
+void TFXTestPatternGen::SetSpeed(std::int32_t value)
+{
+    Lock().StoreClamped(FSpeed, value, kSpeed);
+}
 
 std::int32_t TFXTestPatternGen::GetNoise() const
 {
@@ -56,7 +59,10 @@ std::int32_t TFXTestPatternGen::GetNoise() const
     return FNoise;
 }
 
-void TFXTestPatternGen::SetNoise(std::int32_t value) { Lock().StoreClamped(FNoise, value, kNoise); }
+void TFXTestPatternGen::SetNoise(std::int32_t value)
+{
+    Lock().StoreClamped(FNoise, value, kNoise);
+}
 
 void TFXTestPatternGen::Draw(std::uint8_t* pixels, int stride, int width, int height,
                              std::int64_t frame, int speed)
@@ -93,8 +99,8 @@ void TFXTestPatternGen::GenerateFrame(IFXImageBuffer& buffer)
         for (int y = 0; y < height; ++y) {
             std::uint8_t* row = pixels + std::ptrdiff_t(y) * buffer.GetRowStride();
             for (int i = 0; i < 3 * width; ++i)
-                row[i] = std::uint8_t(
-                    std::clamp(int(row[i]) + int(FXRandom(span)) - FNoise, 0, 255));
+                row[i] =
+                    std::uint8_t(std::clamp(int(row[i]) + int(FXRandom(span)) - FNoise, 0, 255));
         }
     }
     if (FFormat != vfRGB24)

@@ -66,7 +66,10 @@ void TFXGraphRunner::InstallSignalHandlers()
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-bool TFXGraphRunner::Interrupted() { return GInterrupted != 0; }
+bool TFXGraphRunner::Interrupted()
+{
+    return GInterrupted != 0;
+}
 
 void TFXGraphRunner::ShowProgress(std::int64_t frames, double seconds, bool final) const
 {
@@ -137,16 +140,19 @@ void TFXGraphRunner::WriteStats(std::ostream& out) const
         classWidth = std::max(classWidth, c.GetClassInfo().Name().size());
     });
     std::ostringstream text;
-    text << std::left << std::setw(int(nameWidth)) << "component" << "  " << std::setw(int(classWidth))
-         << "class" << std::right << "  " << std::setw(10) << "frames in" << "  " << std::setw(10)
-         << "frames out" << "  " << std::setw(10) << "ms/frame" << "\n";
+    text << std::left << std::setw(int(nameWidth)) << "component"
+         << "  " << std::setw(int(classWidth)) << "class" << std::right << "  " << std::setw(10)
+         << "frames in"
+         << "  " << std::setw(10) << "frames out"
+         << "  " << std::setw(10) << "ms/frame"
+         << "\n";
     ForEachComponent(FGraph, [&](TKTComponent& c) {
         const TFXFrameStats& s = c.GetFrameStats();
         text << std::left << std::setw(int(nameWidth)) << c.GetPathName() << "  "
              << std::setw(int(classWidth)) << c.GetClassInfo().Name() << std::right << "  "
              << std::setw(10) << s.FramesIn.load() << "  " << std::setw(10) << s.FramesOut.load()
-             << "  " << std::setw(10) << std::fixed << std::setprecision(3)
-             << s.NsPerFrame() / 1e6 << "\n";
+             << "  " << std::setw(10) << std::fixed << std::setprecision(3) << s.NsPerFrame() / 1e6
+             << "\n";
     });
     out << text.str();
 }

@@ -11,10 +11,10 @@
 namespace framix {
 
 struct TFXRunOptions {
-    std::int64_t MaxFrames = -1;  // pumps of every source; -1 until the sources end
-    bool Realtime = false;        // paced to the fastest source's frame rate
-    bool Stats = false;           // per-component frames and time per frame, on stderr
-    bool Progress = false;        // a progress line on stderr (the host sets it for terminals)
+    std::int64_t MaxFrames = -1; // pumps of every source; -1 until the sources end
+    bool Realtime = false;       // paced to the fastest source's frame rate
+    bool Stats = false;          // per-component frames and time per frame, on stderr
+    bool Progress = false;       // a progress line on stderr (the host sets it for terminals)
 };
 
 struct TFXRunResult {

@@ -71,8 +71,8 @@ TFXCommandLine ParseCommandLine(const std::vector<std::string>& args,
             return args[++i];
         };
         if (arg == "--frames") {
-            line.Run.MaxFrames = std::int64_t(std::min<std::uint64_t>(
-                ParseNumber(arg, take()), std::uint64_t(INT64_MAX)));
+            line.Run.MaxFrames = std::int64_t(
+                std::min<std::uint64_t>(ParseNumber(arg, take()), std::uint64_t(INT64_MAX)));
         } else if (arg == "--seed") {
             line.Seed = ParseNumber(arg, take());
         } else if (hasValue) {
@@ -139,7 +139,7 @@ public:
     {
         Names.emplace_back(std::string(name), write == nullptr);
     }
-    std::vector<std::pair<std::string, bool>> Names;  // name, read-only (legacy)
+    std::vector<std::pair<std::string, bool>> Names; // name, read-only (legacy)
 };
 
 void CollectRows(TKTPersistent& object, const std::string& prefix, std::vector<TFXPropRow>& rows)
@@ -153,8 +153,11 @@ void CollectRows(TKTPersistent& object, const std::string& prefix, std::vector<T
             CollectRows(*p.GetObject(object), path + ".", rows);
             return;
         case TFXPropKind::Collection:
-            row.Help += " (items: " + std::string(
-                dynamic_cast<TKTCollection&>(*p.GetObject(object)).GetClassInfo().Name()) + ")";
+            row.Help +=
+                " (items: " +
+                std::string(
+                    dynamic_cast<TKTCollection&>(*p.GetObject(object)).GetClassInfo().Name()) +
+                ")";
             break;
         case TFXPropKind::Pin:
             if (p.GetPinList)
@@ -185,9 +188,8 @@ void CollectRows(TKTPersistent& object, const std::string& prefix, std::vector<T
     TFXNameFiler filer;
     object.DefineProperties(filer);
     for (const auto& [name, legacy] : filer.Names)
-        rows.push_back({prefix + name, "Stored data", "", "", legacy ? "legacy: read, never written"
-                                                                       : "stored beside the table",
-                        ""});
+        rows.push_back({prefix + name, "Stored data", "", "",
+                        legacy ? "legacy: read, never written" : "stored beside the table", ""});
 }
 
 } // namespace
@@ -258,7 +260,7 @@ int FXPropsCommand(const std::vector<std::string>& args, std::ostream& out)
     if (args.size() != 1)
         throw TFXUsageError{"expected one class name: framix props TFXChangeFormat"};
     const TFXPaletteEntry& entry = TFXPalette::Global().Get(args[0]);
-    TFXGraph graph;  // an instance shows what the tables hold: groups, pins' directions
+    TFXGraph graph; // an instance shows what the tables hold: groups, pins' directions
     TKTComponent* instance = entry.Create(&graph);
     std::vector<TFXPropRow> rows;
     CollectRows(*instance, "", rows);
@@ -304,12 +306,13 @@ int FXDemoCommand(const std::vector<std::string>& args, std::ostream& out)
     const auto graph = FXLoadGraphText(kFXDemoGraph, "demo.dfm");
     auto* video = dynamic_cast<TFXFileLogger*>(graph->FindComponent("Video"));
     auto* still = dynamic_cast<TFXFileLogger*>(graph->FindComponent("Still"));
-    if (!video || !still)
-        throw EFXError("the built-in demo graph lacks its Video and Still loggers");
+    const TKTComponent* source = graph->FindComponent("Pattern");
+    if (!video || !still || !source)
+        throw EFXError("the built-in demo graph lacks its Pattern, Video or Still component");
     if (!FXPNGAvailable())
-        still->SetFileName("framix-demo.ppm");  // built without libpng: the frame as PPM
+        still->SetFileName("framix-demo.ppm"); // built without libpng: the frame as PPM
     const TFXRunResult result = TFXGraphRunner(*graph, line.Run).Run();
-    const TKTComponent* source = graph->GetComponents().front();
+
     const std::string size = source->GetPropertyByPath("ImageSize.Width") + "x" +
                              source->GetPropertyByPath("ImageSize.Height");
     namespace fs = std::filesystem;

@@ -10,9 +10,9 @@ namespace framix {
 
 // Exit codes of the program.
 inline constexpr int kFXExitOK = 0;
-inline constexpr int kFXExitError = 1;       // the command failed; one line on stderr says why
-inline constexpr int kFXExitUsage = 2;       // the command line was wrong
-inline constexpr int kFXExitInterrupted = 130;  // stopped by Ctrl-C, after a clean stop
+inline constexpr int kFXExitError = 1;         // the command failed; one line on stderr says why
+inline constexpr int kFXExitUsage = 2;         // the command line was wrong
+inline constexpr int kFXExitInterrupted = 130; // stopped by Ctrl-C, after a clean stop
 
 // A wrong command line: reported with a pointer to --help, exit code 2.
 struct TFXUsageError {

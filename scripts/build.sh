@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Configures and builds one flavour of the tree: release (default), asan or tsan.
 # Usage: scripts/build.sh [release|asan|tsan] [extra cmake arguments...]
+#        FRAMIX_BUILD_TARGET=framix_host scripts/build.sh release   (one target only)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 flavour=${1:-release}
@@ -18,4 +19,5 @@ export CCACHE_BASEDIR="$PWD"
 generator=()
 command -v ninja >/dev/null && generator=(-G Ninja)
 cmake -S . -B "build/$flavour" "${generator[@]}" "${args[@]}" "$@" >/dev/null
-cmake --build "build/$flavour" -j "$(nproc)"
+# FRAMIX_BUILD_TARGET builds one target only (the demo script builds just the program).
+cmake --build "build/$flavour" -j "$(nproc)" ${FRAMIX_BUILD_TARGET:+--target "$FRAMIX_BUILD_TARGET"}

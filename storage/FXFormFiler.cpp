@@ -119,9 +119,15 @@ void TFXFormValueReader::CheckFinished() const
 
 TFXFormValueWriter::TFXFormValueWriter() : FLevels(1) {}
 
-void TFXFormValueWriter::Add(TFXFormValue value) { FLevels.back().push_back(std::move(value)); }
+void TFXFormValueWriter::Add(TFXFormValue value)
+{
+    FLevels.back().push_back(std::move(value));
+}
 
-void TFXFormValueWriter::WriteInteger(std::int64_t value) { Add(TFXFormValue::Integer(value)); }
+void TFXFormValueWriter::WriteInteger(std::int64_t value)
+{
+    Add(TFXFormValue::Integer(value));
+}
 
 void TFXFormValueWriter::WriteFloat(double value)
 {
@@ -140,14 +146,20 @@ void TFXFormValueWriter::WriteIdent(std::string_view value)
     Add(TFXFormValue::Identifier(std::string(value)));
 }
 
-void TFXFormValueWriter::WriteBool(bool value) { Add(TFXFormValue::Boolean(value)); }
+void TFXFormValueWriter::WriteBool(bool value)
+{
+    Add(TFXFormValue::Boolean(value));
+}
 
 void TFXFormValueWriter::WriteBinary(const std::vector<std::uint8_t>& data)
 {
     Add(TFXFormValue::Binary(data));
 }
 
-void TFXFormValueWriter::WriteListBegin() { FLevels.emplace_back(); }
+void TFXFormValueWriter::WriteListBegin()
+{
+    FLevels.emplace_back();
+}
 
 void TFXFormValueWriter::WriteListEnd()
 {
@@ -203,7 +215,7 @@ void TFXFormWriteFiler::DefineProperty(std::string_view name,
                                        const std::function<void(TFXWriter&)>& write, bool hasData)
 {
     if (!hasData || !write)
-        return;  // equal to its default, or read-only (a legacy property)
+        return; // equal to its default, or read-only (a legacy property)
     TFXFormValueWriter writer;
     write(writer);
     FValues.emplace_back(std::string(name), writer.Take(FLabel + "." + std::string(name)));

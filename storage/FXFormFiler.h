@@ -42,7 +42,7 @@ private:
     const TFXFormValue& Take(const char* what);
     [[noreturn]] void Fail(TFXFormPosition position, const std::string& reason) const;
 
-    std::vector<TFXFormValue> FTop;  // the value, as a sequence of one
+    std::vector<TFXFormValue> FTop; // the value, as a sequence of one
     std::vector<TLevel> FLevels;
     std::string FFileName;
     std::string FLabel;

@@ -3,6 +3,7 @@
 #include "storage/FXGraphLoader.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "framework/KTCollection.h"
 #include "framework/properties/FXPropertyAccess.h"
@@ -13,7 +14,10 @@ namespace framix {
 
 namespace {
 
-std::string Quote(std::string_view s) { return "'" + std::string(s) + "'"; }
+std::string Quote(std::string_view s)
+{
+    return "'" + std::string(s) + "'";
+}
 
 std::vector<std::string_view> Split(std::string_view path)
 {
@@ -57,12 +61,13 @@ std::string Suggestion(std::string_view name, const std::vector<std::string_view
     return near.empty() ? std::string() : " (did you mean " + Quote(near) + "?)";
 }
 
-std::vector<std::string_view> PropertyNames(const TFXClassInfo& info, TFXPropKind only,
-                                            bool filter)
+// The names in a class's table, or only those of one kind.
+std::vector<std::string_view> PropertyNames(const TFXClassInfo& info,
+                                            std::optional<TFXPropKind> only = {})
 {
     std::vector<std::string_view> names;
     info.ForEach([&](const TFXPropInfo& p) {
-        if (!filter || p.Kind == only)
+        if (!only || p.Kind == *only)
             names.push_back(p.Name);
     });
     return names;
@@ -70,27 +75,35 @@ std::vector<std::string_view> PropertyNames(const TFXClassInfo& info, TFXPropKin
 
 bool IsNil(const TFXFormValue& value)
 {
-    return value.Kind() == TFXFormValueKind::Identifier && FXFormSameName(value.AsIdentifier(), "nil");
+    return value.Kind() == TFXFormValueKind::Identifier &&
+           FXFormSameName(value.AsIdentifier(), "nil");
 }
 
 // What a property of each kind expects, for "expects ..., found ..." messages.
 std::string Expected(const TFXPropInfo& info)
 {
     switch (info.Kind) {
-    case TFXPropKind::Bool: return "True or False";
-    case TFXPropKind::Int: return "an integer";
-    case TFXPropKind::Colour: return "a colour (an integer, $00BBGGRR)";
+    case TFXPropKind::Bool:
+        return "True or False";
+    case TFXPropKind::Int:
+        return "an integer";
+    case TFXPropKind::Colour:
+        return "a colour (an integer, $00BBGGRR)";
     case TFXPropKind::Float:
-    case TFXPropKind::Double: return "a number";
-    case TFXPropKind::String: return "a string";
-    case TFXPropKind::Collection: return "a collection < item ... end >";
+    case TFXPropKind::Double:
+        return "a number";
+    case TFXPropKind::String:
+        return "a string";
+    case TFXPropKind::Collection:
+        return "a collection < item ... end >";
     case TFXPropKind::Enum: {
         std::string names;
         for (std::size_t i = 0; i < info.EnumNames.size() && i < 8; ++i)
             names += (i ? ", " : "") + std::string(info.EnumNames[i]);
         return "one of " + names + (info.EnumNames.size() > 8 ? ", ..." : "");
     }
-    default: return "a value";
+    default:
+        return "a value";
     }
 }
 
@@ -102,9 +115,9 @@ enum class TFXPinMember : std::uint8_t { SourcePin, SinkPins, Pins };
 
 struct TFXGraphLoader::TPinStatement {
     TKTComponent* Component;
-    const TFXPropInfo* Info;  // the Pin entry
-    std::string PinPath;      // "InputPin", "InputPins" or "InputPins._Pin1"
-    std::string ListPin;      // "_Pin1" when the path names one pin of a list
+    const TFXPropInfo* Info; // the Pin entry
+    std::string PinPath;     // "InputPin", "InputPins" or "InputPins._Pin1"
+    std::string ListPin;     // "_Pin1" when the path names one pin of a list
     TFXPinMember Member;
     const TFXFormValue* Value;
     TFXFormPosition Position;
@@ -172,14 +185,14 @@ TKTComponent& TFXGraphLoader::CreateChild(TKTComponent& parent, const TFXFormObj
                 entry = &e;
         if (!entry) {
             try {
-                FPalette.Get(form.ClassName);  // composes the message with the closest name
+                FPalette.Get(form.ClassName); // composes the message with the closest name
             } catch (const EFXError& e) {
                 Fail(form.Position, e.what());
             }
         }
         if (!form.Name.empty() && FindChild(parent, form.Name))
-            Fail(form.Position, parent.GetPathName() + " already has a component named " +
-                                    Quote(form.Name));
+            Fail(form.Position,
+                 parent.GetPathName() + " already has a component named " + Quote(form.Name));
         try {
             component = entry->Create(&parent);
         } catch (const EFXError& e) {
@@ -225,7 +238,7 @@ void TFXGraphLoader::Assign(TKTPersistent& object, TKTComponent& component,
             std::vector<std::string> defined;
             if (last && AssignExtra(*target, component, steps[i], path, property.Value, defined))
                 return;
-            std::vector<std::string_view> candidates = PropertyNames(info, TFXPropKind::Int, false);
+            std::vector<std::string_view> candidates = PropertyNames(info);
             candidates.insert(candidates.end(), defined.begin(), defined.end());
             Fail(property.Position, where + "Unknown property " + Quote(path) + ": " +
                                         std::string(info.Name()) + " has no property " +
@@ -233,17 +246,22 @@ void TFXGraphLoader::Assign(TKTPersistent& object, TKTComponent& component,
         }
         if (prop->Kind == TFXPropKind::Group) {
             if (last)
-                Fail(property.Position,
-                     where + Quote(path) + " is a property group: assign its values one by one (" +
-                         path + ".Name = value)");
+                Fail(property.Position, where + Quote(path) +
+                                            " is a property group: assign its values one by one (" +
+                                            path + ".Name = value)");
             target = prop->GetObject(*target);
             continue;
         }
         if (prop->Kind == TFXPropKind::Pin) {
             // InputPin.SourcePin, OutputPin.SinkPins, InputPins.Pins, InputPins._Pin1.SourcePin
             const std::size_t rest = steps.size() - i - 1;
-            TPinStatement st{&component, prop, std::string(prop->Name), {}, TFXPinMember::Pins,
-                             &property.Value, property.Position};
+            TPinStatement st{&component,
+                             prop,
+                             std::string(prop->Name),
+                             {},
+                             TFXPinMember::Pins,
+                             &property.Value,
+                             property.Position};
             std::string_view member;
             if (rest == 1) {
                 member = steps[i + 1];
@@ -254,7 +272,8 @@ void TFXGraphLoader::Assign(TKTPersistent& object, TKTComponent& component,
             }
             if (FXFormSameName(member, "SourcePin") && (!prop->GetPinList || !st.ListPin.empty()))
                 st.Member = TFXPinMember::SourcePin;
-            else if (FXFormSameName(member, "SinkPins") && (!prop->GetPinList || !st.ListPin.empty()))
+            else if (FXFormSameName(member, "SinkPins") &&
+                     (!prop->GetPinList || !st.ListPin.empty()))
                 st.Member = TFXPinMember::SinkPins;
             else if (FXFormSameName(member, "Pins") && prop->GetPinList && st.ListPin.empty())
                 st.Member = TFXPinMember::Pins;
@@ -283,8 +302,8 @@ void TFXGraphLoader::AssignValue(TKTPersistent& object, TKTComponent& component,
 {
     const std::string where = component.GetPathName() + ": ";
     if (info.Kind == TFXPropKind::Event)
-        Fail(value.Position(), where + Quote(path) +
-                                   " is an event: events are set in code and never stored");
+        Fail(value.Position(),
+             where + Quote(path) + " is an event: events are set in code and never stored");
     if (!info.HasValue() || !info.IsWritable())
         Fail(value.Position(), where + "property " + Quote(path) + " is read-only");
     auto wrongKind = [&]() {
@@ -309,7 +328,8 @@ void TFXGraphLoader::AssignValue(TKTPersistent& object, TKTComponent& component,
             break;
         case TFXPropKind::Float:
         case TFXPropKind::Double:
-            if (value.Kind() != TFXFormValueKind::Integer && value.Kind() != TFXFormValueKind::Float)
+            if (value.Kind() != TFXFormValueKind::Integer &&
+                value.Kind() != TFXFormValueKind::Float)
                 wrongKind();
             v = value.AsNumber();
             break;
@@ -342,11 +362,12 @@ void TFXGraphLoader::AssignCollection(TKTPersistent& object, TKTComponent& compo
                                       const TFXFormValue& value)
 {
     if (value.Kind() != TFXFormValueKind::Collection)
-        Fail(value.Position(), component.GetPathName() + ": property " + Quote(path) +
-                                   " expects " + Expected(info) + ", found " + value.Describe());
+        Fail(value.Position(), component.GetPathName() + ": property " + Quote(path) + " expects " +
+                                   Expected(info) + ", found " + value.Describe());
     auto* collection = dynamic_cast<TKTCollection*>(info.GetObject(object));
     if (!collection)
-        Fail(value.Position(), component.GetPathName() + ": " + Quote(path) + " is not a collection");
+        Fail(value.Position(),
+             component.GetPathName() + ": " + Quote(path) + " is not a collection");
     // A stored collection replaces the items, as a designer's would.
     collection->Clear();
     for (const TFXFormCollectionItem& formItem : value.AsCollection()) {
@@ -382,10 +403,10 @@ void TFXGraphLoader::WirePins()
         if (added) {
             unique.push_back(link);
         } else if (it->second->Source != link.Source) {
-            Fail(link.Position, link.Sink->GetPathName() + " is fed by two sources: " +
-                                    it->second->Source->GetPathName() + " (line " +
-                                    std::to_string(it->second->Position.Line) + ") and " +
-                                    link.Source->GetPathName());
+            Fail(link.Position, link.Sink->GetPathName() +
+                                    " is fed by two sources: " + it->second->Source->GetPathName() +
+                                    " (line " + std::to_string(it->second->Position.Line) +
+                                    ") and " + link.Source->GetPathName());
         }
     }
     CheckForCycles(unique);
@@ -415,8 +436,8 @@ void TFXGraphLoader::ResolveStatement(const TPinStatement& st, std::vector<TLink
     auto sourceOf = [&](const TFXFormValue& ref) -> TPXSourcePin* {
         TPXBasicPin& p = ResolvePinReference(ref, context);
         if (!p.IsSource())
-            Fail(ref.Position(), context + ": " + p.GetPathName() +
-                                     " is an input; a source must be an output pin");
+            Fail(ref.Position(),
+                 context + ": " + p.GetPathName() + " is an input; a source must be an output pin");
         return static_cast<TPXSourcePin*>(&p);
     };
     auto items = [&]() -> std::vector<const TFXFormValue*> {
@@ -425,10 +446,11 @@ void TFXGraphLoader::ResolveStatement(const TPinStatement& st, std::vector<TLink
             for (const TFXFormValue& item : value.AsList())
                 out.push_back(&item);
         } else if (value.Kind() == TFXFormValueKind::Identifier) {
-            out.push_back(&value);  // a single link may be written without parentheses
+            out.push_back(&value); // a single link may be written without parentheses
         } else {
-            Fail(value.Position(), context + ": expected a list of pins ( Graph1.A.InputPin ... ), found " +
-                                       value.Describe());
+            Fail(value.Position(),
+                 context + ": expected a list of pins ( Graph1.A.InputPin ... ), found " +
+                     value.Describe());
         }
         return out;
     };
@@ -445,8 +467,8 @@ void TFXGraphLoader::ResolveStatement(const TPinStatement& st, std::vector<TLink
     }
     case TFXPinMember::SinkPins: {
         if (!pin->IsSource())
-            Fail(st.Position, context + " is an input: write its link as " + st.PinPath +
-                                  ".SourcePin = ...");
+            Fail(st.Position,
+                 context + " is an input: write its link as " + st.PinPath + ".SourcePin = ...");
         for (const TFXFormValue* ref : items()) {
             TPXBasicPin& sink = ResolvePinReference(*ref, context);
             if (sink.IsSource())
@@ -471,8 +493,8 @@ void TFXGraphLoader::ResolveStatement(const TPinStatement& st, std::vector<TLink
                 Fail(refs[i]->Position(), context + ": " + target.GetPathName() +
                                               " is an output: write its links as " +
                                               target.GetName() + ".SinkPins");
-            links.push_back({sourceOf(*refs[i]), static_cast<TPXSinkPin*>(&target),
-                             refs[i]->Position()});
+            links.push_back(
+                {sourceOf(*refs[i]), static_cast<TPXSinkPin*>(&target), refs[i]->Position()});
         }
         return;
     }
@@ -511,7 +533,7 @@ TPXBasicPin& TFXGraphLoader::ResolvePinReference(const TFXFormValue& reference,
         Fail(reference.Position(), at + "names a component, not one of its pins");
     const TFXPropInfo* info = FindProperty(owner->GetClassInfo(), steps[i]);
     if (!info || info->Kind != TFXPropKind::Pin) {
-        const auto pins = PropertyNames(owner->GetClassInfo(), TFXPropKind::Pin, true);
+        const auto pins = PropertyNames(owner->GetClassInfo(), TFXPropKind::Pin);
         const auto children = [&] {
             std::vector<std::string_view> names(pins);
             for (TKTComponent* c : owner->GetComponents())
@@ -531,7 +553,8 @@ TPXBasicPin& TFXGraphLoader::ResolvePinReference(const TFXFormValue& reference,
         Fail(reference.Position(), at + "name one pin of the list " + std::string(info->Name) +
                                        " (" + std::string(info->Name) + "._Pin0 ...)");
     for (int p = 0; p < list.Count(); ++p)
-        if (FXFormSameName(list.GetPin(p).GetName(), list.GetName() + "." + std::string(steps[i + 1])))
+        if (FXFormSameName(list.GetPin(p).GetName(),
+                           list.GetName() + "." + std::string(steps[i + 1])))
             return list.GetPin(p);
     Fail(reference.Position(), at + owner->GetPathName() + "." + list.GetName() + " has no pin " +
                                    Quote(steps[i + 1]) + " (it has " +

@@ -30,8 +30,7 @@ namespace framix {
 // fault, and its reason names the component ("Graph1.Blur1: ...").
 class TFXGraphLoader {
 public:
-    explicit TFXGraphLoader(std::string fileName,
-                            const TFXPalette& palette = TFXPalette::Global());
+    explicit TFXGraphLoader(std::string fileName, const TFXPalette& palette = TFXPalette::Global());
     ~TFXGraphLoader();
 
     std::unique_ptr<TFXGraph> Load(const TFXFormObject& root);
@@ -45,9 +44,8 @@ private:
     void Assign(TKTPersistent& object, TKTComponent& component, const TFXFormProperty& property);
     void AssignValue(TKTPersistent& object, TKTComponent& component, const TFXPropInfo& info,
                      const std::string& path, const TFXFormValue& value);
-    void AssignCollection(TKTPersistent& object, TKTComponent& component,
-                          const TFXPropInfo& info, const std::string& path,
-                          const TFXFormValue& value);
+    void AssignCollection(TKTPersistent& object, TKTComponent& component, const TFXPropInfo& info,
+                          const std::string& path, const TFXFormValue& value);
     bool AssignExtra(TKTPersistent& object, TKTComponent& component, std::string_view name,
                      const std::string& path, const TFXFormValue& value,
                      std::vector<std::string>& definedNames);

@@ -28,19 +28,25 @@ double ShortestFloat(double value)
 TFXFormValue FormValue(const TFXPropInfo& info, const TFXValue& value)
 {
     switch (info.Kind) {
-    case TFXPropKind::Bool: return TFXFormValue::Boolean(std::get<bool>(value));
+    case TFXPropKind::Bool:
+        return TFXFormValue::Boolean(std::get<bool>(value));
     case TFXPropKind::Int:
-    case TFXPropKind::Colour: return TFXFormValue::Integer(std::get<std::int64_t>(value));
+    case TFXPropKind::Colour:
+        return TFXFormValue::Integer(std::get<std::int64_t>(value));
     case TFXPropKind::Enum: {
         const std::int64_t ordinal = std::get<std::int64_t>(value);
         if (ordinal >= 0 && std::size_t(ordinal) < info.EnumNames.size())
             return TFXFormValue::Identifier(std::string(info.EnumNames[std::size_t(ordinal)]));
         return TFXFormValue::Integer(ordinal);
     }
-    case TFXPropKind::Float: return TFXFormValue::Float(ShortestFloat(std::get<double>(value)));
-    case TFXPropKind::Double: return TFXFormValue::Float(std::get<double>(value));
-    case TFXPropKind::String: return TFXFormValue::String(std::get<std::string>(value));
-    default: throw EFXError("property '" + std::string(info.Name) + "' has no stored value");
+    case TFXPropKind::Float:
+        return TFXFormValue::Float(ShortestFloat(std::get<double>(value)));
+    case TFXPropKind::Double:
+        return TFXFormValue::Float(std::get<double>(value));
+    case TFXPropKind::String:
+        return TFXFormValue::String(std::get<std::string>(value));
+    default:
+        throw EFXError("property '" + std::string(info.Name) + "' has no stored value");
     }
 }
 
@@ -112,7 +118,8 @@ TFXFormObject TFXGraphSaver::SaveObject(const TKTComponent& component)
     TFXFormObject out;
     out.Name = NameOf(component);
     out.ClassName = component.GetClassInfo().Name();
-    auto& mutableComponent = const_cast<TKTComponent&>(component);  // groups are reached by reference
+    auto& mutableComponent =
+        const_cast<TKTComponent&>(component); // groups are reached by reference
     SaveValues(out.Properties, mutableComponent, "");
     // The links come last, as a reader of the form expects the wiring after the settings.
     mutableComponent.GetClassInfo().ForEach([&](const TFXPropInfo& p) {
@@ -208,13 +215,20 @@ void TFXGraphSaver::SavePins(std::vector<TFXFormProperty>& props, const TFXPropI
     }
     if (used > 0) {
         sources.resize(used);
-        AddProperty(props, std::string(info.Name) + ".Pins", TFXFormValue::List(std::move(sources)));
+        AddProperty(props, std::string(info.Name) + ".Pins",
+                    TFXFormValue::List(std::move(sources)));
     }
 }
 
-TFXFormObject FXSaveGraph(const TKTComponent& root) { return TFXGraphSaver().Save(root); }
+TFXFormObject FXSaveGraph(const TKTComponent& root)
+{
+    return TFXGraphSaver().Save(root);
+}
 
-std::string FXSaveGraphText(const TKTComponent& root) { return FXWriteFormText(FXSaveGraph(root)); }
+std::string FXSaveGraphText(const TKTComponent& root)
+{
+    return FXWriteFormText(FXSaveGraph(root));
+}
 
 void FXSaveGraphFile(const TKTComponent& root, const std::filesystem::path& path)
 {

@@ -40,7 +40,8 @@ TEST_P(FXExamples, IsInNormalFormAndRunsOnASmallClip)
         // Graphs that play a file read input.y4m, or standard input.
         TFXY4MWriter clip(dir / "input.y4m", TFXY4MStreamInfo::For(vfI420, 64, 48, {25, 1}));
         for (int i = 0; i < 12; ++i)
-            clip.WriteFrame(test::TTestImage(vfI420, 64, 48, 0, std::uint32_t(i + 1)).ConstPlanes());
+            clip.WriteFrame(
+                test::TTestImage(vfI420, 64, 48, 0, std::uint32_t(i + 1)).ConstPlanes());
     }
     const auto r = test::RunShell(dir, test::Framix() + " run " + GetParam() +
                                            " --frames 10 < input.y4m > stdout.bin");

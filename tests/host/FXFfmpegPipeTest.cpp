@@ -26,7 +26,8 @@ std::string PipeGraph(const std::string& format, const std::string& in = "-",
     return "object G: TFXGraph\n  object P: TFXFilePlayer\n    FileName = '" + in +
            "'\n  end\n  object C: TFXChangeFormat\n    Format = " + format +
            "\n    InputPin.SourcePin = G.P.OutputPin\n  end\n  object L: TFXFileLogger\n"
-           "    FileName = '" + out + "'\n    InputPin.SourcePin = G.C.OutputPin\n  end\nend\n";
+           "    FileName = '" +
+           out + "'\n    InputPin.SourcePin = G.C.OutputPin\n  end\nend\n";
 }
 
 class FXFfmpegPipe : public testing::Test {
@@ -62,9 +63,9 @@ protected:
 };
 
 struct TRoundTrip {
-    std::array<int, 3> Worst{};  // largest difference per plane over the in-gamut samples
-    int InGamut = 0;             // samples whose YUV code is an RGB colour
-    int Differences = 0;         // samples unlike our own conversion of the input
+    std::array<int, 3> Worst{}; // largest difference per plane over the in-gamut samples
+    int InGamut = 0;            // samples whose YUV code is an RGB colour
+    int Differences = 0;        // samples unlike our own conversion of the input
 };
 
 // Compares what ffmpeg decoded (4:4:4 planes) with ffmpeg's input, its chroma widened to 4:4:4:
@@ -84,12 +85,12 @@ TRoundTrip Compare(const std::string& inY4M, const std::string& outRaw)
         FXImageBufferPtr ours = new TFXImageBuffer(*input);
         ours->ConvertFormat(vfRGB24);
         ours->ConvertFormat(vfI444);
-        input->ConvertFormat(vfI444);  // chroma replicated
+        input->ConvertFormat(vfI444); // chroma replicated
         const TFXConstPlanes in = input->GetReadPlanes();
         const TFXConstPlanes own = ours->GetReadPlanes();
         auto sample = [&](int p, int x, int y) {
-            return int(std::uint8_t(raw[f * frameBytes + std::size_t(p * kHeight + y) * kWidth +
-                                        std::size_t(x)]));
+            return int(std::uint8_t(
+                raw[f * frameBytes + std::size_t(p * kHeight + y) * kWidth + std::size_t(x)]));
         };
         for (int y = 0; y < kHeight; ++y)
             for (int x = 0; x < kWidth; ++x) {
@@ -99,7 +100,8 @@ TRoundTrip Compare(const std::string& inY4M, const std::string& outRaw)
                 const int rgb[3] = {(9539 * Y + 13075 * V + 4096) >> 13,
                                     (9539 * Y - 3209 * U - 6660 * V + 4096) >> 13,
                                     (9539 * Y + 16525 * U + 4096) >> 13};
-                const bool inGamut = std::all_of(rgb, rgb + 3, [](int c) { return c >= 0 && c <= 255; });
+                const bool inGamut =
+                    std::all_of(rgb, rgb + 3, [](int c) { return c >= 0 && c <= 255; });
                 result.InGamut += inGamut;
                 for (int p = 0; p < 3; ++p) {
                     const int theirs = sample(p, x, y);
@@ -121,7 +123,8 @@ TEST_F(FXFfmpegPipe, ColourThroughRGBComesBackWithinTheRoundTripBound)
         test::WriteBytes(FDir / "rgb.dfm", PipeGraph("vfRGB24"));
         Run(Ffmpeg(TestSource(pixFmt) + " -f yuv4mpegpipe in.y4m"));
         Run(Ffmpeg(TestSource(pixFmt) + " -f yuv4mpegpipe -") + " | " + test::Framix() +
-            " run rgb.dfm | " + Ffmpeg("-f yuv4mpegpipe -i - -f rawvideo -pix_fmt yuv444p out.raw"));
+            " run rgb.dfm | " +
+            Ffmpeg("-f yuv4mpegpipe -i - -f rawvideo -pix_fmt yuv444p out.raw"));
         // The logger writes RGB frames as 4:4:4. YUV -> RGB -> YUV moves a code that stands for
         // an RGB colour by at most 2 (docs/formats.md); testsrc2's saturated colours are
         // partly outside RGB, so a good share, not all, of the samples count.
@@ -139,7 +142,8 @@ TEST_F(FXFfmpegPipe, GreyIsExactThroughSixteenBits)
     test::WriteBytes(FDir / "grey16.dfm", PipeGraph("vfGray16"));
     Run(Ffmpeg(TestSource("gray") + " -f rawvideo in.raw"));
     Run(Ffmpeg(TestSource("gray") + " -f yuv4mpegpipe -") + " | " + test::Framix() +
-        " run grey16.dfm | " + Ffmpeg("-f yuv4mpegpipe -i - -f rawvideo -pix_fmt gray16le out.raw"));
+        " run grey16.dfm | " +
+        Ffmpeg("-f yuv4mpegpipe -i - -f rawvideo -pix_fmt gray16le out.raw"));
     const std::string in = test::ReadBytes(FDir / "in.raw");
     const std::string out = test::ReadBytes(FDir / "out.raw");
     ASSERT_EQ(out.size(), 2 * in.size());
@@ -156,7 +160,8 @@ TEST_F(FXFfmpegPipe, PamSequencesAreExact)
     Run(test::Framix() + " run pam.dfm");
     Run(Ffmpeg("-i in_%03d.pam -f rawvideo -pix_fmt rgba in.raw"));
     Run(Ffmpeg("-i out_%03d.pam -f rawvideo -pix_fmt rgba out.raw"));
-    EXPECT_EQ(test::ReadBytes(FDir / "out.raw").size(), std::size_t(kWidth) * kHeight * 4 * kFrames);
+    EXPECT_EQ(test::ReadBytes(FDir / "out.raw").size(),
+              std::size_t(kWidth) * kHeight * 4 * kFrames);
     EXPECT_TRUE(test::ReadBytes(FDir / "out.raw") == test::ReadBytes(FDir / "in.raw"));
 }
 

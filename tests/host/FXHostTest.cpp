@@ -4,10 +4,10 @@
 
 #include <csignal>
 #include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <iterator>
+#include <spawn.h>
 #include <sstream>
+#include <sys/wait.h>
 #include <thread>
 
 #include "bridges/FXPNGFile.h"
@@ -33,11 +33,12 @@ constexpr const char* kCopyGraph = "object Graph1: TFXGraph\n"
                                    "    InputPin.SourcePin = Graph1.Player.OutputPin\n  end\nend\n";
 
 // A pattern with noise, logged to pattern.y4m.
-constexpr const char* kNoiseGraph = "object Graph1: TFXGraph\n"
-                                    "  object Pattern: TFXTestPatternGen\n    ImageSize.Width = 32\n"
-                                    "    ImageSize.Height = 16\n    Noise = 30\n  end\n"
-                                    "  object Logger: TFXFileLogger\n    FileName = 'pattern.y4m'\n"
-                                    "    InputPin.SourcePin = Graph1.Pattern.OutputPin\n  end\nend\n";
+constexpr const char* kNoiseGraph =
+    "object Graph1: TFXGraph\n"
+    "  object Pattern: TFXTestPatternGen\n    ImageSize.Width = 32\n"
+    "    ImageSize.Height = 16\n    Noise = 30\n  end\n"
+    "  object Logger: TFXFileLogger\n    FileName = 'pattern.y4m'\n"
+    "    InputPin.SourcePin = Graph1.Pattern.OutputPin\n  end\nend\n";
 
 void WriteClip(const std::string& path, int frames, int width = 16, int height = 8)
 {
@@ -46,7 +47,10 @@ void WriteClip(const std::string& path, int frames, int width = 16, int height =
         writer.WriteFrame(TTestImage(vfI420, width, height, 0, std::uint32_t(i + 1)).ConstPlanes());
 }
 
-int LineCount(const std::string& text) { return int(std::count(text.begin(), text.end(), '\n')); }
+int LineCount(const std::string& text)
+{
+    return int(std::count(text.begin(), text.end(), '\n'));
+}
 
 // Every failure ends with exactly one line on standard error, and nothing on standard output.
 void ExpectOneErrorLine(const test::TShellResult& r, int status, const std::string& part)
@@ -128,7 +132,8 @@ TEST(FXHost, SaveWritesTheNormalFormAndLoadErrorsPointAtTheText)
                        "bad.dfm:3:17: G.P: property 'FrameRate' expects a number, found string");
     EXPECT_FALSE(std::filesystem::exists(dir / "out2.dfm"));
     ExpectOneErrorLine(RunShell(dir, Framix() + " run missing.dfm"), 1, "missing.dfm");
-    test::WriteBytes(dir / "nosource.dfm", "object G: TFXGraph\n  object L: TFXFileLogger\n  end\nend\n");
+    test::WriteBytes(dir / "nosource.dfm",
+                     "object G: TFXGraph\n  object L: TFXFileLogger\n  end\nend\n");
     ExpectOneErrorLine(RunShell(dir, Framix() + " run nosource.dfm"), 1,
                        "nosource.dfm: the graph has no source to run");
 }
@@ -140,10 +145,11 @@ TEST(FXHost, RunCopiesAStreamThroughPipesAndWritesNothingElseToStandardOutput)
     WriteClip(dir / "in.y4m", 5);
     const auto all = RunShell(dir, Framix() + " run copy.dfm < in.y4m > out.y4m");
     EXPECT_EQ(all.Status, 0) << all.Err;
-    EXPECT_EQ(all.Err, "");  // no progress line when standard error is not a terminal
+    EXPECT_EQ(all.Err, ""); // no progress line when standard error is not a terminal
     EXPECT_EQ(test::ReadBytes(dir / "out.y4m"), test::ReadBytes(dir / "in.y4m"));
 
-    const auto two = RunShell(dir, "cat in.y4m | " + Framix() + " run copy.dfm --frames 2 | cat > two.y4m");
+    const auto two =
+        RunShell(dir, "cat in.y4m | " + Framix() + " run copy.dfm --frames 2 | cat > two.y4m");
     EXPECT_EQ(two.Status, 0) << two.Err;
     TFXY4MReader reader(dir / "two.y4m");
     TTestImage frame(vfI420, 16, 8);
@@ -173,7 +179,7 @@ TEST(FXHost, WritingIntoAClosedPipeIsAnErrorNotASilentDeath)
 {
     TTempDir dir;
     test::WriteBytes(dir / "copy.dfm", kCopyGraph);
-    WriteClip(dir / "in.y4m", 60, 64, 64);  // far more than a pipe holds
+    WriteClip(dir / "in.y4m", 60, 64, 64); // far more than a pipe holds
     const auto r = RunShell(dir, Framix() + " run copy.dfm < in.y4m | head -c 100 > /dev/null");
     EXPECT_EQ(r.Status, 1);
     EXPECT_EQ(LineCount(r.Err), 1) << r.Err;
@@ -202,7 +208,8 @@ TEST(FXHost, SeedMakesRandomComponentsRepeatAndStatsCountEachComponent)
     std::vector<std::vector<std::string>> rows;
     for (std::string line; std::getline(table, line);) {
         std::istringstream words(line);
-        rows.emplace_back(std::istream_iterator<std::string>(words), std::istream_iterator<std::string>());
+        rows.emplace_back(std::istream_iterator<std::string>(words),
+                          std::istream_iterator<std::string>());
     }
     ASSERT_EQ(rows.size(), 3u) << stats.Err;
     EXPECT_EQ(rows[0], (std::vector<std::string>{"component", "class", "frames", "in", "frames",
@@ -218,7 +225,7 @@ TEST(FXHost, SeedMakesRandomComponentsRepeatAndStatsCountEachComponent)
 TEST(FXHost, RealtimePacesStepsToTheFrameRate)
 {
     TTempDir dir;
-    test::WriteBytes(dir / "noise.dfm", kNoiseGraph);  // 25 frames/s
+    test::WriteBytes(dir / "noise.dfm", kNoiseGraph); // 25 frames/s
     const auto start = std::chrono::steady_clock::now();
     const auto r = RunShell(dir, Framix() + " run noise.dfm --frames 6 --realtime");
     EXPECT_EQ(r.Status, 0) << r.Err;

@@ -11,15 +11,21 @@
 namespace framix::test {
 
 struct TShellResult {
-    int Status;  // the exit status; 128 + signal when killed
+    int Status; // the exit status; 128 + signal when killed
     std::string Out;
     std::string Err;
 };
 
 // The program built beside these tests.
-inline std::string Framix() { return std::string(FRAMIX_BINARY_DIR) + "/framix"; }
+inline std::string Framix()
+{
+    return std::string(FRAMIX_BINARY_DIR) + "/framix";
+}
 
-inline bool HaveFfmpeg() { return std::system("command -v ffmpeg >/dev/null 2>&1") == 0; }
+inline bool HaveFfmpeg()
+{
+    return std::system("command -v ffmpeg >/dev/null 2>&1") == 0;
+}
 
 // Runs `script` with bash in `dir` (with pipefail, so a pipeline fails with its first failing
 // command) and captures what it writes to standard output and error.

@@ -92,7 +92,8 @@ TFXValue OtherValue(const TFXPropInfo& p)
         return TFXValue(double(d) + 1 <= p.Max ? d + 1 : d - 1);
     }
     case TFXPropKind::Enum:
-        return TFXValue(std::int64_t((std::get<std::int64_t>(def) + 1) % std::int64_t(p.EnumNames.size())));
+        return TFXValue(
+            std::int64_t((std::get<std::int64_t>(def) + 1) % std::int64_t(p.EnumNames.size())));
     case TFXPropKind::Colour: return TFXValue(std::get<std::int64_t>(def) ^ 0x00A5C30F);
     case TFXPropKind::Float:
     case TFXPropKind::Double: {
@@ -129,10 +130,12 @@ void ExpectSameValues(TKTPersistent& a, TKTPersistent& b, const std::string& pre
             auto& cb = dynamic_cast<TKTCollection&>(*p.GetObject(b));
             ASSERT_EQ(ca.Count(), cb.Count()) << path;
             for (int i = 0; i < ca.Count(); ++i)
-                ExpectSameValues(ca.GetItem(i), cb.GetItem(i), path + "[" + std::to_string(i) + "].");
+                ExpectSameValues(ca.GetItem(i), cb.GetItem(i),
+                                 path + "[" + std::to_string(i) + "].");
         } else if (p.HasValue()) {
-            EXPECT_TRUE(p.Get(a) == p.Get(b)) << path << ": " << FXFormatPropertyValue(p, p.Get(a))
-                                              << " came back as " << FXFormatPropertyValue(p, p.Get(b));
+            EXPECT_TRUE(p.Get(a) == p.Get(b))
+                << path << ": " << FXFormatPropertyValue(p, p.Get(a)) << " came back as "
+                << FXFormatPropertyValue(p, p.Get(b));
         }
     });
 }
