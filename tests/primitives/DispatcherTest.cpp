@@ -81,13 +81,14 @@ TEST(Dispatcher, LayerStartBindsEveryVariableFromAnyThread)
     for (auto& t : threads)
         t.join();
     FXStartPrimitiveLayer();
-    int variables = 0;
+    std::set<std::wstring> names;
     for (TFXDispatcherModule* module : FXDispatcherModules()) {
         EXPECT_EQ(module->BindCount(), 1) << module->Name();
-        variables += int(module->Bindings().size());
+        for (const TFXBinding& b : module->Bindings())
+            names.insert(b.Name);
     }
-    EXPECT_EQ(variables, int(prim::FXAllPrimitives().size()))
-        << "every registered primitive belongs to exactly one module";
+    EXPECT_EQ(names.size(), prim::FXAllPrimitives().size())
+        << "every registered primitive is bound by a module";
     EXPECT_NE(ipp::ippiFilterBox_8u_C3R, nullptr);
     EXPECT_NE(ipp::ippiFilterColumn32f_16u_C1R, nullptr);
     if (!FXRealIppActive())
@@ -114,10 +115,12 @@ TEST(PrimitiveRegistry, NamesAreSortedUniqueAndDescribeTheirSignature)
         EXPECT_EQ(prim::FXFindPrimitive(p.Name), &p);
         ASSERT_NE(p.Entry, nullptr) << p.Name;
         ASSERT_TRUE(p.Has(TFXSimdLevel::Ref)) << p.Name;
-        // The name spells the sample type and layout the registry claims.
-        const std::string suffix = "_" + std::string(prim::FXSampleName(p.Sample)) + "_" +
-                                   std::string(prim::FXLayoutName(p.Layout)) + "R";
-        EXPECT_TRUE(p.Name.ends_with(suffix)) << p.Name << " vs " << suffix;
+        // The name spells the sample type and (for images) the layout the registry claims.
+        EXPECT_NE(p.Name.find(prim::FXSampleName(p.Sample)), std::string_view::npos) << p.Name;
+        if (p.Name.starts_with("ippi"))
+            EXPECT_NE(p.Name.find("_" + std::string(prim::FXLayoutName(p.Layout))),
+                      std::string_view::npos)
+                << p.Name;
     }
     EXPECT_EQ(names.size(), all.size());
     EXPECT_EQ(prim::FXFindPrimitive("ippiFilterBox_8u_C2R"), nullptr);

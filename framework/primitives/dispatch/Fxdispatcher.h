@@ -5,10 +5,15 @@
 
 #include "framework/primitives/dispatch/FXDispatcherModule.h"
 #include "framework/primitives/dispatch/FXIppPointers.h"
+#include "framework/primitives/families/Convert.h"
 #include "framework/primitives/families/FilterBox.h"
+#include "framework/primitives/families/Noise.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
-#define FX_FXDISPATCHER_VARIABLES(V) FX_FILTER_BOX_PRIMITIVES(V)
+#define FX_FXDISPATCHER_VARIABLES(V)                                                               \
+    FX_FILTER_BOX_PRIMITIVES(V)                                                                    \
+    FX_CONVERT_PRIMITIVES(V)                                                                       \
+    FX_NOISE_PRIMITIVES(V)
 
 namespace framix::ipp {
 FX_FXDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

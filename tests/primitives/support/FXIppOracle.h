@@ -22,7 +22,8 @@ inline bool FXRealIppLoaded()
     return FXRealIppSymbol("ippInit") != nullptr && FXRealIppSymbol("ippiGetLibVersion") != nullptr;
 }
 
-// IPP 9.0 removed the legacy box, rank and separable filters. Their replacements:
+// Point operations exist in modern IPP with the legacy arguments. IPP 9.0 removed the legacy
+// box, rank and separable filters; their replacements:
 // - box, min, max, median: ippiFilter<Op>Border_<type>_<layout> with ippBorderInMem (reads the
 //   source outside the ROI as the legacy functions did) and a centred mask ((size - 1) / 2); a
 //   legacy anchor becomes a shift of the source pointer;
@@ -36,6 +37,17 @@ public:
     TFXIppOracle(const prim::TFXPrimitiveInfo& p, const prim::TFXShapeArgs& args)
         : FPrim(p), FArgs(args)
     {
+        if (p.Shape != prim::TFXShape::MaskFilter && p.Shape != prim::TFXShape::RowFilter &&
+            p.Shape != prim::TFXShape::ColumnFilter) {
+            // Point operations: the same name and arguments; 9.0 dropped the "_Direct" of the
+            // noise functions.
+            std::string name(p.Name);
+            if (const auto at = name.find("_Direct"); at != std::string::npos)
+                name.erase(at, 7);
+            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(name));
+            FReady = FSame != nullptr;
+            return;
+        }
         const int channels = prim::FXChannels(p.Layout);
         const int type = p.Sample == prim::TFXSample::U8 ? kIpp8u : kIpp16u;
         const int pixelBytes = channels * prim::FXSampleBytes(p.Sample);
@@ -85,6 +97,8 @@ public:
     int Run()
     {
         const Ipp8u zeros[8] = {};
+        if (FSame != nullptr)
+            return prim::FXCallShape(FPrim.Shape, FPrim.Sample, FSame, FArgs);
         if (FPrim.Shape == prim::TFXShape::MaskFilter)
             return FMask(FSrc, FArgs.SrcStep, FArgs.Dst, FArgs.DstStep, FArgs.Roi, FArgs.Mask,
                          kIppBorderInMem, zeros, FBuffer.data());
@@ -116,6 +130,7 @@ private:
     const prim::TFXPrimitiveInfo& FPrim;
     prim::TFXShapeArgs FArgs;
     const Ipp8u* FSrc = nullptr;
+    prim::TFXAnyFn FSame = nullptr;
     TMaskFilter FMask = nullptr;
     TKernelFilter FKernel = nullptr;
     std::vector<Ipp8u> FSpec, FBuffer;

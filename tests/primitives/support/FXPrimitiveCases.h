@@ -24,6 +24,11 @@ struct TFXCase {
     int DstPad = 0;         // bytes after each destination row but the last
     prim::TFXMargins Extra; // source pixels beyond what the primitive reads
     std::uint32_t Seed = 1;
+    // Point operations' parameters (TFXShapeArgs::Values and Param) and the noise generator's
+    // seed word.
+    int Values[4] = {0, 0, 0, 0};
+    int Param = 0;
+    std::uint32_t NoiseSeed = 0;
 
     std::string Describe() const;
 };
@@ -36,7 +41,8 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& prim);
 // What a run left behind.
 struct TFXRunResult {
     IppStatus Status = ippStsNoErr;
-    std::vector<Ipp8u> Dst; // the whole destination allocation, guards and padding included
+    std::vector<Ipp8u> Dst;      // the whole destination allocation, guards and padding included
+    std::uint32_t NoiseSeed = 0; // the seed word after the call (AddNoise)
 };
 
 // A random source image exactly as large as the case needs (the last row has no padding, so
@@ -47,17 +53,21 @@ public:
     TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& c);
 
     // Runs fn (a level kernel or an entry point of the primitive's shape) on a fresh copy of
-    // the destination.
+    // the destination (and of the noise seed).
     TFXRunResult Run(prim::TFXAnyFn fn) const;
-    // The arguments for a destination buffer from Fresh().
-    prim::TFXShapeArgs Args(Ipp8u* dstAllocation) const;
+    // The arguments for a destination buffer from Fresh() (and a seed word, for AddNoise).
+    prim::TFXShapeArgs Args(Ipp8u* dstAllocation, std::uint32_t* seed = nullptr) const;
+    // The destination before the call: sentinel bytes, and random samples in the ROI rows of
+    // in-place shapes.
     std::vector<Ipp8u> Fresh() const { return FDstInit; }
     // The first byte outside the ROI rows that differs from the sentinel, or -1.
     long FirstDamagedGuard(const std::vector<Ipp8u>& dst) const;
-    // Offset of destination pixel (x, y) channel c in the allocation.
+    // Offset of destination pixel (x, y) channel c in the allocation (plane 0).
     std::size_t DstOffset(int x, int y, int c) const;
 
     const prim::TFXPrimitiveInfo& Prim() const { return FPrim; }
+    const prim::TFXShapeGeometry& Geometry() const { return FGeometry; }
+    const TFXCase& Case() const { return FCase; }
     int SrcStep() const { return FSrcStep; }
     int DstStep() const { return FDstStep; }
     const Ipp8u* SrcRoi() const { return FSrcRoi; }
@@ -65,7 +75,7 @@ public:
 private:
     const prim::TFXPrimitiveInfo& FPrim;
     TFXCase FCase;
-    int FPixelBytes = 0;
+    prim::TFXShapeGeometry FGeometry;
     int FSrcStep = 0;
     int FDstStep = 0;
     std::size_t FSrcSize = 0;
@@ -75,6 +85,11 @@ private:
 };
 
 inline constexpr int kFXGuardBytes = 64;
+
+// Fills `bytes` bytes with random samples of the type: any bit pattern for integers; for floats
+// mostly values around the 8-bit and 16-bit ranges, exact halves, and a few infinities, NaNs and
+// huge values; for doubles, magnitudes and phases of moderate size.
+void FXFillSamples(prim::TFXSample sample, Ipp8u* p, std::size_t bytes, std::uint32_t seed);
 
 // Every registered primitive, for value-parameterised tests, and their test names.
 std::vector<const prim::TFXPrimitiveInfo*> FXAllPrimitivePointers();
