@@ -146,4 +146,117 @@ inline void StoreNarrow(Ipp16u* p, VI32 v)
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_cvtusepi32_epi16(clamped));
 }
 
+// Point operations: byte selection and shuffles, 32-bit shifts, float rounding and double lanes.
+inline VU8 AsU8(VI32 v)
+{
+    return {v.V};
+}
+inline VI32 AsI32(VU8 v)
+{
+    return {v.V};
+}
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm512_mask_blend_epi8(_mm512_movepi8_mask(mask.V), b.V, a.V)};
+}
+inline VU8 Shuffle(VU8 v, VU8 idx)
+{
+    return {_mm512_shuffle_epi8(v.V, idx.V)};
+}
+inline VU8 Broadcast16(const Ipp8u* pattern)
+{
+    return {_mm512_maskz_broadcast_i32x4(
+        0xFFFF, _mm_loadu_si128(reinterpret_cast<const __m128i*>(pattern)))};
+}
+inline VI32 Or(VI32 a, VI32 b)
+{
+    return {_mm512_or_si512(a.V, b.V)};
+}
+template <int N> inline VI32 ShiftLeft(VI32 v)
+{
+    return {_mm512_slli_epi32(v.V, N)};
+}
+template <int N> inline VI32 ShiftRight(VI32 v)
+{
+    return {_mm512_srli_epi32(v.V, N)};
+}
+inline VI32 Iota()
+{
+    return {_mm512_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15)};
+}
+
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm512_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm512_storeu_ps(p, v.V);
+}
+inline VF32 Sub(VF32 a, VF32 b)
+{
+    return {_mm512_sub_ps(a.V, b.V)};
+}
+inline VF32 TruncF32(VF32 v)
+{
+    return {_mm512_roundscale_ps(v.V, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC)};
+}
+inline VF32 IfGe(VF32 a, VF32 b, VF32 then, VF32 otherwise)
+{
+    return {_mm512_mask_blend_ps(_mm512_cmp_ps_mask(a.V, b.V, _CMP_GE_OQ), otherwise.V, then.V)};
+}
+inline bool AllLess(VF32 a, VF32 b)
+{
+    return _mm512_cmp_ps_mask(a.V, b.V, _CMP_LT_OQ) == 0xFFFF;
+}
+
+struct VF64 {
+    __m512d V;
+};
+inline VF64 SplatF64(double v)
+{
+    return {_mm512_set1_pd(v)};
+}
+inline VF64 Add(VF64 a, VF64 b)
+{
+    return {_mm512_add_pd(a.V, b.V)};
+}
+inline VF64 Sub(VF64 a, VF64 b)
+{
+    return {_mm512_sub_pd(a.V, b.V)};
+}
+inline VF64 Mul(VF64 a, VF64 b)
+{
+    return {_mm512_mul_pd(a.V, b.V)};
+}
+inline VF64 RoundF64(VF64 v)
+{
+    return {_mm512_roundscale_pd(v.V, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
+}
+inline VF64 FloorF64(VF64 v)
+{
+    return {_mm512_roundscale_pd(v.V, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC)};
+}
+inline VF64 IfGe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm512_mask_blend_pd(_mm512_cmp_pd_mask(a.V, b.V, _CMP_GE_OQ), otherwise.V, then.V)};
+}
+inline VF64 IfNe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm512_mask_blend_pd(_mm512_cmp_pd_mask(a.V, b.V, _CMP_NEQ_UQ), otherwise.V, then.V)};
+}
+inline VF64 ToF64Low(VF32 v)
+{
+    return {_mm512_cvtps_pd(_mm512_castps512_ps256(v.V))};
+}
+inline VF64 ToF64High(VF32 v)
+{
+    return {_mm512_cvtps_pd(_mm512_extractf32x8_ps(v.V, 1))};
+}
+inline VF32 ToF32(VF64 low, VF64 high)
+{
+    return {_mm512_insertf32x8(_mm512_castps256_ps512(_mm512_cvtpd_ps(low.V)),
+                               _mm512_cvtpd_ps(high.V), 1)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS
