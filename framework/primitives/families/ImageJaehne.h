@@ -17,44 +17,43 @@ const TFXFamily& ImageJaehneFamily();
 
 inline namespace FX_ISA_NS {
 
-// The phase of pixel (x, y) is, in single precision, (x2^2 + y2^2) * k with x2 = x - (W - 1)/2,
-// y2 = y - (H - 1)/2 and k = pi * (0.5 / H): IPP's rounding of the phase, which decides the
-// result once the phase is large. The sine of that float is computed in double precision:
-// n = round(phase * 2/pi), r = phase - n * pi/2 with pi/2 split in three parts (exact products
-// for n < 2^23), then Taylor series of sin r and cos r to the 17th and 16th power (|r| <= pi/4,
-// so the truncation error is below 1e-19), the quadrant choosing between them. Phases from
-// kFXJaehneLargePhase on use std::sin. Every level evaluates exactly these operations.
-inline constexpr double kFXJaehneTwoOverPi = 0x1.45f306dc9c883p-1;
-inline constexpr double kFXJaehnePio2[3] = {0x1.921fb54p+0, 0x1.10b46118p-30,
-                                            0x1.313198a2e0370p-61};
+// The phase of pixel (x, y) is, in single precision, r2 * k with r2 = x2^2 + y2^2 rounded once
+// to a float, x2 = x - (W - 1)/2, y2 = y - (H - 1)/2 and k = pi * (0.5 / H): IPP's rounding of
+// the phase, which decides the result once the phase is large (FXJaehnePhase). The sine of that
+// float is computed in double precision: n = round(phase / pi), r = phase - n * pi with pi split
+// in two parts (the first product is exact for n < 2^23, the second errs by less than
+// 1e-25 * n), then the Taylor series of sin r to the 13th power (|r| <= pi/2, so the truncation
+// error is below 1e-9: the float it rounds to is the correctly rounded sine but in about one
+// case in a hundred, and a byte moves only when that float also lies a step from a half),
+// negated for odd n. Phases from kFXJaehneLargePhase on use std::sin. Every level evaluates
+// exactly these operations.
+inline constexpr double kFXJaehneOneOverPi = 0x1.45f306dc9c883p-2;
+inline constexpr double kFXJaehnePi[2] = {0x1.921fb54p+1, 0x1.10b4611a62633p-29};
 inline constexpr float kFXJaehneLargePhase = 1048576.0f;
-// 1/3!, 1/5!, ... 1/17! with alternating signs, highest power first (Horner order).
-inline constexpr double kFXJaehneSin[8] = {
-    1.0 / 355687428096000.0, -1.0 / 1307674368000.0, 1.0 / 6227020800.0, -1.0 / 39916800.0,
-    1.0 / 362880.0,          -1.0 / 5040.0,          1.0 / 120.0,        -1.0 / 6.0};
-// 1/2!, 1/4!, ... 1/16! with alternating signs, highest power first.
-inline constexpr double kFXJaehneCos[8] = {
-    1.0 / 20922789888000.0, -1.0 / 87178291200.0, 1.0 / 479001600.0, -1.0 / 3628800.0,
-    1.0 / 40320.0,          -1.0 / 720.0,         1.0 / 24.0,        -1.0 / 2.0};
+inline constexpr int kFXJaehneTerms = 6;
+// 1/13!, -1/11!, ... -1/3!: the series' coefficients, highest power first (Horner order).
+inline constexpr double kFXJaehneSin[kFXJaehneTerms] = {
+    1.0 / 6227020800.0, -1.0 / 39916800.0, 1.0 / 362880.0, -1.0 / 5040.0, 1.0 / 120.0, -1.0 / 6.0};
 
 inline double FXJaehneSine(float phase)
 {
     const double x = phase;
     if (!(phase < kFXJaehneLargePhase))
         return std::sin(x);
-    const double n = std::nearbyint(x * kFXJaehneTwoOverPi);
-    const double r = ((x - n * kFXJaehnePio2[0]) - n * kFXJaehnePio2[1]) - n * kFXJaehnePio2[2];
+    const double n = std::nearbyint(x * kFXJaehneOneOverPi);
+    const double r = (x - n * kFXJaehnePi[0]) - n * kFXJaehnePi[1];
     const double r2 = r * r;
-    double ps = kFXJaehneSin[0], pc = kFXJaehneCos[0];
-    for (int i = 1; i < 8; ++i) {
-        ps = ps * r2 + kFXJaehneSin[i];
-        pc = pc * r2 + kFXJaehneCos[i];
-    }
-    const double sinR = r + r * (r2 * ps);
-    const double cosR = 1.0 + r2 * pc;
-    const long long quadrant = static_cast<long long>(n) & 3;
-    const double v = (quadrant & 1) != 0 ? cosR : sinR;
-    return (quadrant & 2) != 0 ? -v : v;
+    double p = kFXJaehneSin[0];
+    for (int i = 1; i < kFXJaehneTerms; ++i)
+        p = p * r2 + kFXJaehneSin[i];
+    const double s = r + r * (r2 * p);
+    return (static_cast<long long>(n) & 1) != 0 ? -s : s;
+}
+
+inline float FXJaehnePhase(float x2, float y2, float k)
+{
+    const double r2 = double(x2) * x2 + double(y2) * y2; // exact
+    return static_cast<float>(r2) * k;
 }
 
 // The byte of a phase: 128 + 128 * sine in single precision, rounded to nearest with halves to

@@ -19,7 +19,7 @@ template <class T, TFXLayout L> IppStatus ImageJaehne(T* pDst, int dstStep, Ippi
         const float y2 = float(y) - cy;
         for (int x = 0; x < roiSize.width; ++x) {
             const float x2 = float(x) - cx;
-            const T v = FXJaehneByte((x2 * x2 + y2 * y2) * k);
+            const T v = FXJaehneByte(FXJaehnePhase(x2, y2, k));
             for (int c = 0; c < FXChannels(L); ++c)
                 out[std::ptrdiff_t(x) * FXChannels(L) + c] = v;
         }

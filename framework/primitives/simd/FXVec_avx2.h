@@ -218,6 +218,10 @@ inline bool AllLess(VF32 a, VF32 b)
 struct VF64 {
     __m256d V;
 };
+inline VF64 LoadF64(const Ipp64f* p)
+{
+    return {_mm256_loadu_pd(p)};
+}
 inline VF64 SplatF64(double v)
 {
     return {_mm256_set1_pd(v)};

@@ -199,7 +199,7 @@ inline VF32 Sub(VF32 a, VF32 b)
 }
 inline VF32 TruncF32(VF32 v)
 {
-    return {_mm512_roundscale_ps(v.V, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC)};
+    return {_mm512_maskz_roundscale_ps(0xFFFF, v.V, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC)};
 }
 inline VF32 IfGe(VF32 a, VF32 b, VF32 then, VF32 otherwise)
 {
@@ -213,6 +213,10 @@ inline bool AllLess(VF32 a, VF32 b)
 struct VF64 {
     __m512d V;
 };
+inline VF64 LoadF64(const Ipp64f* p)
+{
+    return {_mm512_loadu_pd(p)};
+}
 inline VF64 SplatF64(double v)
 {
     return {_mm512_set1_pd(v)};
@@ -231,11 +235,11 @@ inline VF64 Mul(VF64 a, VF64 b)
 }
 inline VF64 RoundF64(VF64 v)
 {
-    return {_mm512_roundscale_pd(v.V, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
+    return {_mm512_maskz_roundscale_pd(0xFF, v.V, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
 }
 inline VF64 FloorF64(VF64 v)
 {
-    return {_mm512_roundscale_pd(v.V, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC)};
+    return {_mm512_maskz_roundscale_pd(0xFF, v.V, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC)};
 }
 inline VF64 IfGe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
 {

@@ -215,6 +215,10 @@ inline bool AllLess(VF32 a, VF32 b)
 struct VF64 {
     __m128d V;
 };
+inline VF64 LoadF64(const Ipp64f* p)
+{
+    return {_mm_loadu_pd(p)};
+}
 inline VF64 SplatF64(double v)
 {
     return {_mm_set1_pd(v)};
