@@ -19,7 +19,8 @@
 //     lane), Or, ShiftLeft<N>, ShiftRight<N> (logical), Iota (0, 1, 2 ... in 32-bit lanes)
 //     LoadF32, StoreF32, Sub, TruncF32 (toward zero), IfGe(a, b, then, otherwise), AllLess
 //     VF64 (kLanes64 = kVecBytes / 8): LoadF64, SplatF64, Add, Sub, Mul, RoundF64 (halves to even),
-//     FloorF64, IfGe, IfNe, ToF64Low / ToF64High (the halves of a VF32), ToF32(low, high)
+//     FloorF64, IfGe, IfNe, Min, Max, StoreF64, ToF64Low / ToF64High (the halves of a VF32 or
+//     VI32), ToF32(low, high), ToI32(low, high) (rounding), ShiftRightArith(VI32, count)
 //   and, the same at every level, 16-byte blocks VB16 (FXVec128.h).
 // Everything else is lane-count agnostic: kernels loop in steps of the lane count and never
 // assume a width.

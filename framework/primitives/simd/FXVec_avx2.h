@@ -267,4 +267,33 @@ inline VF32 ToF32(VF64 low, VF64 high)
     return {_mm256_set_m128(_mm256_cvtpd_ps(high.V), _mm256_cvtpd_ps(low.V))};
 }
 
+inline VI32 ShiftRightArith(VI32 v, int count)
+{
+    return {_mm256_sra_epi32(v.V, _mm_cvtsi32_si128(count))};
+}
+inline void StoreF64(Ipp64f* p, VF64 v)
+{
+    _mm256_storeu_pd(p, v.V);
+}
+inline VF64 Min(VF64 a, VF64 b)
+{
+    return {_mm256_min_pd(a.V, b.V)};
+}
+inline VF64 Max(VF64 a, VF64 b)
+{
+    return {_mm256_max_pd(a.V, b.V)};
+}
+inline VF64 ToF64Low(VI32 v)
+{
+    return {_mm256_cvtepi32_pd(_mm256_castsi256_si128(v.V))};
+}
+inline VF64 ToF64High(VI32 v)
+{
+    return {_mm256_cvtepi32_pd(_mm256_extracti128_si256(v.V, 1))};
+}
+inline VI32 ToI32(VF64 low, VF64 high)
+{
+    return {_mm256_set_m128i(_mm256_cvtpd_epi32(high.V), _mm256_cvtpd_epi32(low.V))};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -263,4 +263,34 @@ inline VF32 ToF32(VF64 low, VF64 high)
                                _mm512_cvtpd_ps(high.V), 1)};
 }
 
+inline VI32 ShiftRightArith(VI32 v, int count)
+{
+    return {_mm512_sra_epi32(v.V, _mm_cvtsi32_si128(count))};
+}
+inline void StoreF64(Ipp64f* p, VF64 v)
+{
+    _mm512_storeu_pd(p, v.V);
+}
+inline VF64 Min(VF64 a, VF64 b)
+{
+    return {_mm512_min_pd(a.V, b.V)};
+}
+inline VF64 Max(VF64 a, VF64 b)
+{
+    return {_mm512_max_pd(a.V, b.V)};
+}
+inline VF64 ToF64Low(VI32 v)
+{
+    return {_mm512_cvtepi32_pd(_mm512_castsi512_si256(v.V))};
+}
+inline VF64 ToF64High(VI32 v)
+{
+    return {_mm512_cvtepi32_pd(_mm512_extracti32x8_epi32(v.V, 1))};
+}
+inline VI32 ToI32(VF64 low, VF64 high)
+{
+    return {_mm512_inserti32x8(_mm512_castsi256_si512(_mm512_cvtpd_epi32(low.V)),
+                               _mm512_cvtpd_epi32(high.V), 1)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -264,4 +264,33 @@ inline VF32 ToF32(VF64 low, VF64 high)
     return {_mm_movelh_ps(_mm_cvtpd_ps(low.V), _mm_cvtpd_ps(high.V))};
 }
 
+inline VI32 ShiftRightArith(VI32 v, int count)
+{
+    return {_mm_sra_epi32(v.V, _mm_cvtsi32_si128(count))};
+}
+inline void StoreF64(Ipp64f* p, VF64 v)
+{
+    _mm_storeu_pd(p, v.V);
+}
+inline VF64 Min(VF64 a, VF64 b)
+{
+    return {_mm_min_pd(a.V, b.V)};
+}
+inline VF64 Max(VF64 a, VF64 b)
+{
+    return {_mm_max_pd(a.V, b.V)};
+}
+inline VF64 ToF64Low(VI32 v)
+{
+    return {_mm_cvtepi32_pd(v.V)};
+}
+inline VF64 ToF64High(VI32 v)
+{
+    return {_mm_cvtepi32_pd(_mm_srli_si128(v.V, 8))};
+}
+inline VI32 ToI32(VF64 low, VF64 high)
+{
+    return {_mm_unpacklo_epi64(_mm_cvtpd_epi32(low.V), _mm_cvtpd_epi32(high.V))};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -118,7 +118,8 @@ void PointParameters(const prim::TFXPrimitiveInfo& p, TFXCase& c, int n, int rep
         c.Param = kScaleFactors[n % std::size(kScaleFactors)];
         break;
     case TFXShape::SignalMulCScaled:
-        c.Values[0] = rep == 1 ? int(rng() % 2001) - 1000 : ValueFor(p.Sample, rng);
+        // mostly small constants (the vector kernels' range), some of any size
+        c.Values[0] = rep != 2 ? int(rng() % 2001) - 1000 : ValueFor(p.Sample, rng);
         c.Param = kScaleFactors[n % std::size(kScaleFactors)];
         break;
     case TFXShape::SignalShiftC:
