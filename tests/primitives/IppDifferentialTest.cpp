@@ -161,6 +161,7 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     EXPECT_GT(compared, 0);
     RecordProperty("differing_samples",
                    std::to_string(d.Differing) + "/" + std::to_string(d.Samples));
+    RecordProperty("worst_difference", std::to_string(d.Worst));
     const std::string report = std::to_string(d.Differing) + " of " + std::to_string(d.Samples) +
                                " samples differ; first at " + d.First;
     if (p.Shape == TFXShape::RowFilter || p.Shape == TFXShape::ColumnFilter) {
