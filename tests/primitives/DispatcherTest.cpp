@@ -9,6 +9,7 @@
 #include "framework/primitives/dispatch/Fxdispatcher.h"
 #include "framework/primitives/dispatch/Ktippiloader.h"
 #include "framework/primitives/dispatch/Ktippsloader.h"
+#include "framework/primitives/dispatch/Qnbasicdispatcher.h"
 
 #include <gtest/gtest.h>
 
@@ -94,6 +95,25 @@ TEST(Dispatcher, LayerStartBindsEveryVariableFromAnyThread)
     if (!FXRealIppActive())
         EXPECT_EQ(reinterpret_cast<void*>(ipp::ippiFilterMedian_8u_C4R),
                   reinterpret_cast<void*>(prim::FXFindPrimitive("ippiFilterMedian_8u_C4R")->Entry));
+}
+
+// Four-channel copies and mirrors belong to Fxbasicdispatcher and Qnbasicdispatcher, 16-bit
+// copy and 8-bit conversion to two modules too: one variable each, bound to one primitive.
+TEST(Dispatcher, ModulesSharingAPrimitiveBindOneVariable)
+{
+    FXStartPrimitiveLayer();
+    for (const std::wstring name : {L"ippiMirror_8u_C4IR", L"ippiSet_8u_AC4R",
+                                    L"ippiConvert_32f8u_C1R", L"ippiCopy_16s_C1R"}) {
+        int modules = 0;
+        for (TFXDispatcherModule* module : FXDispatcherModules())
+            for (const TFXBinding& b : module->Bindings())
+                modules += b.Name == name;
+        EXPECT_EQ(modules, 2) << std::string(name.begin(), name.end());
+    }
+    EXPECT_EQ(reinterpret_cast<void*>(ipp::ippiMirror_8u_C4IR),
+              GetIPPIProcAddress(L"ippiMirror_8u_C4IR"));
+    EXPECT_EQ(reinterpret_cast<void*>(ipp::ippsRShiftC_32s_I),
+              GetIPPSProcAddress(L"ippsRShiftC_32s_I"));
 }
 
 TEST(Dispatcher, LoadersAnswerOnlyForTheirOwnLibrary)
