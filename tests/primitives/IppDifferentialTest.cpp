@@ -8,9 +8,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -181,6 +185,126 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     } else {
         EXPECT_EQ(d.Differing, 0) << report;
     }
+}
+
+// The parameter types of a shape on samples T as IPP's headers spell them, without names or
+// spaces (arrays as pointers); only the shapes whose names are on the verified list.
+std::string ExpectedParameters(TFXShape shape, TFXSample sample)
+{
+    const std::string t[] = {"Ipp8u", "Ipp16u", "Ipp16s", "Ipp32f", "Ipp32s", "Ipp64f"};
+    const std::string& T = t[int(sample)];
+    switch (shape) {
+    case TFXShape::Copy:
+        return "const" + T + "*,int," + T + "*,int,IppiSize";
+    case TFXShape::CopyToPlanes:
+        return "const" + T + "*,int," + T + "*const*,int,IppiSize";
+    case TFXShape::SetScalar:
+        return T + "," + T + "*,int,IppiSize";
+    case TFXShape::SetChannels:
+        return "const" + T + "*," + T + "*,int,IppiSize";
+    case TFXShape::SwapChannels:
+        return "const" + T + "*,int," + T + "*,int,IppiSize,constint*";
+    case TFXShape::SwapChannelsInPlace:
+        return T + "*,int,IppiSize,constint*";
+    case TFXShape::Mirror:
+        return "const" + T + "*,int," + T + "*,int,IppiSize,IppiAxis";
+    case TFXShape::MirrorInPlace:
+        return T + "*,int,IppiSize,IppiAxis";
+    case TFXShape::ConvertToFloat:
+        return "const" + T + "*,int,Ipp32f*,int,IppiSize";
+    case TFXShape::ConvertFromFloat:
+        return "constIpp32f*,int," + T + "*,int,IppiSize,IppRoundMode";
+    case TFXShape::TestImage:
+        return T + "*,int,IppiSize";
+    case TFXShape::SignalSet:
+        return T + "," + T + "*,int";
+    case TFXShape::SignalCopy:
+        return "const" + T + "*," + T + "*,int";
+    case TFXShape::SignalAddScaled:
+        return "const" + T + "*," + T + "*,int,int";
+    case TFXShape::SignalMulCScaled:
+        return T + "," + T + "*,int,int";
+    case TFXShape::SignalShiftC:
+        return "int," + T + "*,int";
+    case TFXShape::SignalPolarToCart:
+        return "const" + T + "*,const" + T + "*," + T + "*," + T + "*,int";
+    default:
+        return "?";
+    }
+}
+
+// One declared parameter without its name: "Ipp8u* const pDst[3]" -> "Ipp8u*const*".
+std::string TypeOf(std::string p)
+{
+    bool array = false;
+    if (const auto open = p.find('['); open != std::string::npos) {
+        p.erase(open);
+        array = true;
+    }
+    while (!p.empty() && std::isspace(static_cast<unsigned char>(p.back())))
+        p.pop_back();
+    std::size_t name = p.size();
+    while (name > 0 &&
+           (std::isalnum(static_cast<unsigned char>(p[name - 1])) || p[name - 1] == '_'))
+        --name;
+    p.erase(name);
+    std::string out;
+    for (char c : p)
+        if (!std::isspace(static_cast<unsigned char>(c)))
+            out += c;
+    return array ? out + "*" : out;
+}
+
+// The parameter types of `name` in IPP's headers (IPPAPI(IppStatus, name, (...))), or "".
+std::string DeclaredParameters(const std::string& headers, const std::string& name)
+{
+    for (std::size_t at = headers.find(name); at != std::string::npos;
+         at = headers.find(name, at + 1)) {
+        std::size_t i = at + name.size();
+        while (i < headers.size() && std::isspace(static_cast<unsigned char>(headers[i])))
+            ++i;
+        const bool whole = at > 0 && !std::isalnum(static_cast<unsigned char>(headers[at - 1])) &&
+                           headers[at - 1] != '_';
+        if (!whole || i >= headers.size() || headers[i] != ',')
+            continue;
+        const std::size_t open = headers.find('(', i), close = headers.find(')', open);
+        std::string list = headers.substr(open + 1, close - open - 1), out;
+        std::size_t from = 0;
+        for (std::size_t comma; (comma = list.find(',', from)) != std::string::npos;
+             from = comma + 1)
+            out += TypeOf(list.substr(from, comma - from)) + ",";
+        return out + TypeOf(list.substr(from));
+    }
+    return "";
+}
+
+// Only names whose legacy argument list the installed IPP declares unchanged may bind to it.
+TEST(IppVerifiedNames, MatchTheInstalledHeadersAndOurPrimitives)
+{
+    const auto names = FXRealIppVerifiedNames();
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end())) << "the list is searched";
+    std::string headers;
+#ifdef FRAMIX_SOURCE_DIR
+    const std::filesystem::path dir = FRAMIX_SOURCE_DIR "/.deps/ipp/include/ipp";
+    if (std::filesystem::is_directory(dir))
+        for (const auto& file : std::filesystem::directory_iterator(dir))
+            if (file.path().extension() == ".h") {
+                std::ifstream in(file.path());
+                headers.append(std::istreambuf_iterator<char>(in), {});
+            }
+#endif
+    for (const std::string_view name : names) {
+        const TFXPrimitiveInfo* p = prim::FXFindPrimitive(name);
+        ASSERT_NE(p, nullptr) << name << " is not one of ours";
+        if (headers.empty())
+            continue;
+        EXPECT_EQ(DeclaredParameters(headers, std::string(name)),
+                  ExpectedParameters(p->Shape, p->Sample))
+            << name;
+    }
+    if (headers.empty())
+        GTEST_SKIP() << "IPP headers not installed (scripts/install-ipp.sh): names checked "
+                        "against the registry only";
 }
 
 INSTANTIATE_TEST_SUITE_P(AllPrimitives, IppDifferential,
