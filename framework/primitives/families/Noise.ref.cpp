@@ -49,7 +49,7 @@ private:
     std::uint32_t FZ = 1131199209u;
 };
 
-// Adds noise() to every processed channel, pixel by pixel in row order, and returns the seed.
+// Adds noise() to every processed channel, pixel by pixel in row order, saturating.
 template <class T, TFXLayout L, class Noise>
 void AddToImage(T* pSrcDst, int srcDstStep, IppiSize roiSize, Noise noise)
 {

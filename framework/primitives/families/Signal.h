@@ -73,5 +73,14 @@ inline void FXPolarSinCos(double x, double& sine, double& cosine)
     }
 }
 
+// One element of the polar conversion (the reference's loop body and the vector kernel's tail).
+inline void FXPolarToCartOne(double magn, double phase, double& re, double& im)
+{
+    double sine, cosine;
+    FXPolarSinCos(phase, sine, cosine);
+    re = magn * cosine;
+    im = magn * sine;
+}
+
 } // namespace FX_ISA_NS
 } // namespace framix::prim

@@ -58,13 +58,8 @@ template <class T, TFXLayout L> IppStatus SignalRShiftC(int val, T* pSrcDst, int
 template <class T, TFXLayout L>
 IppStatus PolarToCart(const T* pSrcMagn, const T* pSrcPhase, T* pDstRe, T* pDstIm, int len)
 {
-    for (int i = 0; i < len; ++i) {
-        const T m = pSrcMagn[i];
-        double s, c;
-        FXPolarSinCos(pSrcPhase[i], s, c);
-        pDstRe[i] = m * c;
-        pDstIm[i] = m * s;
-    }
+    for (int i = 0; i < len; ++i)
+        FXPolarToCartOne(pSrcMagn[i], pSrcPhase[i], pDstRe[i], pDstIm[i]);
     return ippStsNoErr;
 }
 

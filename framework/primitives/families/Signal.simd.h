@@ -148,13 +148,8 @@ IppStatus PolarToCart(const T* pSrcMagn, const T* pSrcPhase, T* pDstRe, T* pDstI
         StoreF64(pDstRe + i, Mul(m, c));
         StoreF64(pDstIm + i, Mul(m, s));
     }
-    for (; i < len; ++i) {
-        const T m = pSrcMagn[i];
-        double s, c;
-        FXPolarSinCos(pSrcPhase[i], s, c);
-        pDstRe[i] = m * c;
-        pDstIm[i] = m * s;
-    }
+    for (; i < len; ++i)
+        FXPolarToCartOne(pSrcMagn[i], pSrcPhase[i], pDstRe[i], pDstIm[i]);
     return ippStsNoErr;
 }
 
