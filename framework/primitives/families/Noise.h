@@ -153,6 +153,13 @@ private:
     double FSecond = 0.0;
 };
 
+// v + noise saturated to the sample range.
+template <class T> T FXAddSaturated(T v, std::int64_t noise)
+{
+    const std::int64_t sum = std::int64_t(v) + noise;
+    return sum < 0 ? T(0) : sum > T(~T(0)) ? T(~T(0)) : T(sum);
+}
+
 // Adds noise() to every processed channel, pixel by pixel in row order, saturating.
 template <class T, TFXLayout L, class Noise>
 void FXAddNoise(T* pSrcDst, int srcDstStep, IppiSize roiSize, Noise noise)
@@ -163,8 +170,7 @@ void FXAddNoise(T* pSrcDst, int srcDstStep, IppiSize roiSize, Noise noise)
         for (int x = 0; x < roiSize.width; ++x)
             for (int c = 0; c < FXProcessedChannels(L); ++c) {
                 T& v = row[std::ptrdiff_t(x) * FXChannels(L) + c];
-                const std::int64_t sum = std::int64_t(v) + noise();
-                v = sum < 0 ? T(0) : sum > T(~T(0)) ? T(~T(0)) : T(sum);
+                v = FXAddSaturated(v, noise());
             }
     }
 }

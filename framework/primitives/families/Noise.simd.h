@@ -9,15 +9,6 @@
 #include <algorithm>
 
 namespace framix::prim::FX_SIMD_NS {
-namespace {
-
-template <class T> T Saturated(T v, Ipp32s noise)
-{
-    const std::int64_t sum = std::int64_t(v) + noise;
-    return sum < 0 ? T(0) : sum > T(~T(0)) ? T(~T(0)) : T(sum);
-}
-
-} // namespace
 
 // The reference's operations lane by lane: mean + output * scale in double, rounded half to
 // even, added and saturated. Rows of whole pixels (C1, C3, C4) run as sample vectors; AC4
@@ -62,7 +53,7 @@ IppStatus AddRandUniform(T* pSrcDst, int srcDstStep, IppiSize roiSize, T low, T 
                 for (; q + kLanes32 <= 4 * px; q += kLanes32)
                     StoreNarrow(pixels + q, Add(LoadWiden(pixels + q), LoadI32(spread + q)));
                 for (; q < 4 * px; ++q)
-                    pixels[q] = Saturated(pixels[q], spread[q]);
+                    pixels[q] = FXAddSaturated(pixels[q], spread[q]);
             }
         } else {
             const int n = roiSize.width * kCh; // samples per row
@@ -73,8 +64,8 @@ IppStatus AddRandUniform(T* pSrcDst, int srcDstStep, IppiSize roiSize, T low, T 
                 for (; j + kLanes32 <= m; j += kLanes32)
                     StoreNarrow(row + i + j, Add(LoadWiden(row + i + j), noise(LoadI32(out + j))));
                 for (; j < m; ++j)
-                    row[i + j] = Saturated(row[i + j],
-                                           Ipp32s(FXRoundHalfEven(mean + double(out[j]) * scale)));
+                    row[i + j] = FXAddSaturated(
+                        row[i + j], Ipp32s(FXRoundHalfEven(mean + double(out[j]) * scale)));
             }
         }
     }
