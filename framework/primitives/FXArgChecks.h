@@ -6,6 +6,8 @@
 #include "framework/primitives/FXIppTypes.h"
 #include "framework/primitives/FXPrimitiveShapes.h"
 
+#include <initializer_list>
+
 namespace framix::prim {
 
 inline bool FXNonPositive(IppiSize size)
@@ -86,6 +88,44 @@ IppStatus FXCheckKernel1D(const T* pSrc, int srcStep, T* pDst, int dstStep, Ippi
     // it would move every read outside the neighbourhood the caller reserved.
     if (anchor < 0 || anchor >= kernelSize)
         return ippStsAnchorErr;
+    return ippStsNoErr;
+}
+
+// One image argument of a point operation: its pointer, step, and the bytes of one ROI row.
+struct TFXImageArg {
+    const void* Ptr;
+    int Step;
+    long long RowBytes;
+    int SampleBytes;
+};
+
+template <class T> TFXImageArg FXImageArg(const T* p, int step, int width, TFXLayout layout)
+{
+    return {p, step, FXRowBytes(width, FXChannels(layout), sizeof(T)), int(sizeof(T))};
+}
+
+// Point operations (arithmetic, logic, blending): null pointers (images first, then others
+// such as a value array or a result), a non-positive ROI, steps that are not positive or
+// smaller than a row, then steps of 16-bit and float images that are not whole samples
+// (ippStsNotEvenStepErr, which IPP reports for some of them; we report it for all, so no
+// sample is ever read misaligned).
+inline IppStatus FXCheckPointArgs(IppiSize roiSize, std::initializer_list<TFXImageArg> images,
+                                  std::initializer_list<const void*> others = {})
+{
+    for (const TFXImageArg& image : images)
+        if (image.Ptr == nullptr)
+            return ippStsNullPtrErr;
+    for (const void* p : others)
+        if (p == nullptr)
+            return ippStsNullPtrErr;
+    if (FXNonPositive(roiSize))
+        return ippStsSizeErr;
+    for (const TFXImageArg& image : images)
+        if (image.Step <= 0 || image.Step < image.RowBytes)
+            return ippStsStepErr;
+    for (const TFXImageArg& image : images)
+        if (image.Step % image.SampleBytes != 0)
+            return ippStsNotEvenStepErr;
     return ippStsNoErr;
 }
 

@@ -49,6 +49,32 @@ enum class TFXShape : std::uint8_t {
     RowFilter,
     // (pSrc, srcStep, pDst, dstStep, dstRoiSize, pKernel, kernelSize, yAnchor)
     ColumnFilter,
+    // (pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, scaleFactor)
+    BinarySfs,
+    // (pSrc, srcStep, pSrcDst, srcDstStep, roiSize, scaleFactor)
+    BinaryInPlaceSfs,
+    // (pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize)
+    Binary,
+    // (pSrc, srcStep, pSrcDst, srcDstStep, roiSize)
+    BinaryInPlace,
+    // (pSrcDst, srcDstStep, roiSize)
+    UnaryInPlace,
+    // (pSrc, srcStep, value, pDst, dstStep, roiSize): one constant (C1)
+    ConstScalar,
+    // (pSrc, srcStep, const value[channels], pDst, dstStep, roiSize)
+    ConstVector,
+    // (value, pSrcDst, srcDstStep, roiSize)
+    ConstScalarInPlace,
+    // (const value[channels], pSrcDst, srcDstStep, roiSize)
+    ConstVectorInPlace,
+    // (pSrc, srcStep, roiSize, pResult): one value per image
+    Reduce,
+    // (pSrc1, src1Step, alpha1, pSrc2, src2Step, alpha2, pDst, dstStep, roiSize, alphaType)
+    AlphaConst,
+    // (pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, alphaType)
+    AlphaPixel,
+    // (pSrc, srcStep, Ipp32f* pSrcDst, srcDstStep, roiSize, Ipp32f alpha): T is the source's
+    AccumulateWeighted,
 };
 
 std::string_view FXShapeName(TFXShape shape);
@@ -68,6 +94,66 @@ template <class T> struct TFXShapeSignature<TFXShape::RowFilter, T> {
 template <class T> struct TFXShapeSignature<TFXShape::ColumnFilter, T> {
     using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
                          const Ipp32f* pKernel, int kernelSize, int yAnchor);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::BinarySfs, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                         int dstStep, IppiSize roiSize, int scaleFactor);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::BinaryInPlaceSfs, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
+                         int scaleFactor);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::Binary, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                         int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::BinaryInPlace, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::UnaryInPlace, T> {
+    using Fn = IppStatus(T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstScalar, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T value, T* pDst, int dstStep,
+                         IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstVector, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
+                         IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstScalarInPlace, T> {
+    using Fn = IppStatus(T value, T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstVectorInPlace, T> {
+    using Fn = IppStatus(const T* value, T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::Reduce, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, IppiSize roiSize, T* pResult);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::AlphaConst, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, T alpha1, const T* pSrc2, int src2Step,
+                         T alpha2, T* pDst, int dstStep, IppiSize roiSize, IppiAlphaType alphaType);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::AlphaPixel, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                         int dstStep, IppiSize roiSize, IppiAlphaType alphaType);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::AccumulateWeighted, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, Ipp32f* pSrcDst, int srcDstStep,
+                         IppiSize roiSize, Ipp32f alpha);
 };
 
 // The exact function type of a primitive of shape S on samples T (IPP's argument list).
@@ -93,7 +179,25 @@ struct TFXShapeArgs {
     const Ipp32f* Kernel = nullptr; // RowFilter, ColumnFilter
     int KernelSize = 0;
     int KernelAnchor = 0;
+    const void* Src2 = nullptr; // the second source of two-source shapes
+    int Src2Step = 0;
+    int ScaleFactor = 0;          // *Sfs
+    int Values[4] = {0, 0, 0, 0}; // Const* (value or value[]); AlphaConst (alpha1, alpha2)
+    int AlphaType = 0;            // AlphaConst, AlphaPixel
+    Ipp32f Weight = 0.0f;         // AccumulateWeighted
+    // Point shapes with no source (UnaryInPlace, Const*InPlace) leave Src null; in-place shapes
+    // read and write Dst; Reduce writes its one result per channel to Dst.
 };
+
+// What a shape reads and writes, for generic code that prepares images.
+struct TFXShapeTraits {
+    int Sources = 1;        // images read besides the destination: 0, 1 or 2 (Src, Src2)
+    bool InPlace = false;   // the destination is read as an operand
+    bool Reduces = false;   // the destination is one value per channel, not an image
+    int DstSampleBytes = 0; // bytes per destination sample
+};
+
+TFXShapeTraits FXShapeTraits(TFXShape shape, TFXSample sample);
 
 // How many pixels a primitive reads beyond each edge of its ROI (legacy neighbourhood
 // primitives read outside the ROI and do no border handling).

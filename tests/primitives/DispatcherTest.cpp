@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <set>
 #include <string>
 #include <thread>
@@ -114,10 +115,11 @@ TEST(PrimitiveRegistry, NamesAreSortedUniqueAndDescribeTheirSignature)
         EXPECT_EQ(prim::FXFindPrimitive(p.Name), &p);
         ASSERT_NE(p.Entry, nullptr) << p.Name;
         ASSERT_TRUE(p.Has(TFXSimdLevel::Ref)) << p.Name;
-        // The name spells the sample type and layout the registry claims.
-        const std::string suffix = "_" + std::string(prim::FXSampleName(p.Sample)) + "_" +
-                                   std::string(prim::FXLayoutName(p.Layout)) + "R";
-        EXPECT_TRUE(p.Name.ends_with(suffix)) << p.Name << " vs " << suffix;
+        // The name spells the sample type and layout the registry claims (a float destination
+        // type, in place and scaled forms allowed: _8u32f_C1IR, _8u_AC4IRSfs).
+        const std::regex suffix("_" + std::string(prim::FXSampleName(p.Sample)) + "(32f)?_" +
+                                std::string(prim::FXLayoutName(p.Layout)) + "I?R(Sfs)?$");
+        EXPECT_TRUE(std::regex_search(std::string(p.Name), suffix)) << p.Name;
     }
     EXPECT_EQ(names.size(), all.size());
     EXPECT_EQ(prim::FXFindPrimitive("ippiFilterBox_8u_C2R"), nullptr);

@@ -31,26 +31,38 @@ protected:
         std::vector<Ipp8u> dst = images.Fresh();
         TFXShapeArgs args = images.Args(dst.data());
         const IppStatus valid = prim::FXCallShape(p.Shape, p.Sample, p.Entry, args);
-        EXPECT_EQ(valid, ippStsNoErr) << "the unbroken call must succeed";
+        EXPECT_GE(valid, ippStsNoErr) << "the unbroken call must succeed (warnings allowed)";
         dst = images.Fresh();
         args = images.Args(dst.data());
         change(args);
         const IppStatus s = prim::FXCallShape(p.Shape, p.Sample, p.Entry, args);
-        if (s != ippStsNoErr)
+        if (s < ippStsNoErr)
             EXPECT_TRUE(dst == images.Fresh()) << "an error must leave the destination alone";
         return s;
     }
+    prim::TFXShapeTraits Traits() const
+    {
+        return prim::FXShapeTraits(GetParam()->Shape, GetParam()->Sample);
+    }
     bool IsMask() const { return GetParam()->Shape == TFXShape::MaskFilter; }
+    bool IsKernel() const
+    {
+        return GetParam()->Shape == TFXShape::RowFilter ||
+               GetParam()->Shape == TFXShape::ColumnFilter;
+    }
     bool IsMedian() const { return GetParam()->Name.find("Median") != std::string_view::npos; }
 };
 
 TEST_P(PrimitiveStatus, NullPointersComeFirst)
 {
-    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Src = nullptr; }), ippStsNullPtrErr);
+    if (Traits().Sources >= 1)
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Src = nullptr; }), ippStsNullPtrErr);
+    if (Traits().Sources == 2)
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Src2 = nullptr; }), ippStsNullPtrErr);
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr; }), ippStsNullPtrErr);
     // even when the size is bad too
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr, a.Roi = {0, 0}; }), ippStsNullPtrErr);
-    if (!IsMask())
+    if (IsKernel())
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Kernel = nullptr; }), ippStsNullPtrErr);
 }
 
@@ -58,7 +70,8 @@ TEST_P(PrimitiveStatus, NonPositiveRoiIsASizeError)
 {
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Roi.width = 0; }), ippStsSizeErr);
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Roi.height = -3; }), ippStsSizeErr);
-    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Roi.width = 0, a.SrcStep = 0; }), ippStsSizeErr)
+    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Roi.width = 0, a.SrcStep = 0, a.DstStep = 0; }),
+              ippStsSizeErr)
         << "sizes are checked before steps";
 }
 
@@ -66,15 +79,45 @@ TEST_P(PrimitiveStatus, StepsSmallerThanARowAreStepErrors)
 {
     const int pixelBytes =
         prim::FXChannels(GetParam()->Layout) * prim::FXSampleBytes(GetParam()->Sample);
-    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.SrcStep = 0; }), ippStsStepErr);
-    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.DstStep = -a.DstStep; }), ippStsStepErr);
-    EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.DstStep = 4 * pixelBytes - 1; }), ippStsStepErr);
+    if (Traits().Sources >= 1)
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.SrcStep = 0; }), ippStsStepErr);
+    if (Traits().Sources == 2)
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Src2Step = -a.Src2Step; }), ippStsStepErr);
+    if (!Traits().Reduces) {
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.DstStep = -a.DstStep; }), ippStsStepErr);
+        EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.DstStep = 4 * pixelBytes - 1; }), ippStsStepErr);
+    }
     if (GetParam()->Shape == TFXShape::RowFilter) // the source row must hold the kernel's reach
         EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.SrcStep = 6 * pixelBytes - 1; }), ippStsStepErr);
 }
 
+// Point operations never read a 16-bit or float sample at an odd address.
+TEST_P(PrimitiveStatus, StepsThatSplitSamplesAreNotEvenStepErrors)
+{
+    if (IsMask() || IsKernel())
+        return; // filters keep IPP's legacy step checks
+    if (GetParam()->Sample != prim::TFXSample::U8 && Traits().Sources >= 1)
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.SrcStep += 1; }), ippStsNotEvenStepErr);
+    if (Traits().DstSampleBytes > 1 && !Traits().Reduces)
+        EXPECT_EQ(Call([this](TFXShapeArgs& a) { a.DstStep += 2 * Traits().DstSampleBytes - 1; }),
+                  ippStsNotEvenStepErr);
+}
+
+TEST_P(PrimitiveStatus, UnknownAlphaTypesAreRejectedAfterTheSize)
+{
+    const TFXShape shape = GetParam()->Shape;
+    if (shape != TFXShape::AlphaConst && shape != TFXShape::AlphaPixel)
+        return; // no compositing type
+    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.AlphaType = 12; }), ippStsAlphaTypeErr);
+    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.AlphaType = -1; }), ippStsAlphaTypeErr);
+    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.AlphaType = 12, a.Roi.height = 0; }), ippStsSizeErr);
+    EXPECT_EQ(Call([](TFXShapeArgs& a) { a.AlphaType = 11; }), ippStsNoErr);
+}
+
 TEST_P(PrimitiveStatus, BadMasksAndAnchorsAreRejected)
 {
+    if (!IsMask() && !IsKernel())
+        return; // no mask or kernel
     if (IsMask()) {
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Mask = {0, 3}; }), ippStsMaskSizeErr);
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Mask = {3, -1}; }), ippStsMaskSizeErr);

@@ -6,10 +6,13 @@
 
 #include "framework/primitives/dispatch/FXDispatcherModule.h"
 #include "framework/primitives/dispatch/FXIppPointers.h"
+#include "framework/primitives/families/Arithmetic.h"
 #include "framework/primitives/families/FilterSeparable.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
-#define FX_FXBASICDISPATCHER_VARIABLES(V) FX_FILTER_SEPARABLE_PRIMITIVES(V)
+#define FX_FXBASICDISPATCHER_VARIABLES(V)                                                          \
+    FX_FILTER_SEPARABLE_PRIMITIVES(V)                                                              \
+    FX_ARITHMETIC_PRIMITIVES(V)
 
 namespace framix::ipp {
 FX_FXBASICDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

@@ -3,10 +3,12 @@
 // expand it. A new family adds one line here (and one fx_add_dispatched_family in CMake).
 #pragma once
 
+#include "framework/primitives/families/Arithmetic.h"
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterSeparable.h"
 
 // F(Family, X-list macro)
 #define FX_PRIMITIVE_FAMILIES(F)                                                                   \
     F(FilterBox, FX_FILTER_BOX_PRIMITIVES)                                                         \
-    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)
+    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
+    F(Arithmetic, FX_ARITHMETIC_PRIMITIVES)

@@ -29,6 +29,8 @@ inline bool FXRealIppLoaded()
 // - row and column filters: ippiFilterBorder with a 1xK (Kx1) float kernel rounding to
 //   nearest; it runs the kernel in direct order around (K - 1) / 2, so the kernel is reversed
 //   and the source shifted.
+// Point operations (arithmetic, logic, blending) still exist under their own names with their
+// legacy arguments and are called directly.
 class TFXIppOracle {
 public:
     // args describe one call (as for FXCallShape); Ready() is false when the installed IPP has
@@ -41,6 +43,11 @@ public:
         const int pixelBytes = channels * prim::FXSampleBytes(p.Sample);
         const auto* src = static_cast<const Ipp8u*>(args.Src);
         const std::string suffix(p.Name.substr(p.Name.find('_')));
+        if (IsPoint()) {
+            FPoint = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(p.Name));
+            FReady = FPoint != nullptr;
+            return;
+        }
         if (p.Shape == prim::TFXShape::MaskFilter) {
             const std::string op(p.Name.substr(0, p.Name.find('_')));
             FMask = Symbol<TMaskFilter>(op + "Border" + suffix);
@@ -84,6 +91,8 @@ public:
     // IPP's status (modern numbering); writes args.Dst.
     int Run()
     {
+        if (IsPoint())
+            return prim::FXCallShape(FPrim.Shape, FPrim.Sample, FPoint, FArgs);
         const Ipp8u zeros[8] = {};
         if (FPrim.Shape == prim::TFXShape::MaskFilter)
             return FMask(FSrc, FArgs.SrcStep, FArgs.Dst, FArgs.DstStep, FArgs.Roi, FArgs.Mask,
@@ -92,7 +101,17 @@ public:
                        zeros, FSpec.data(), FBuffer.data());
     }
 
+    // IPP's status for a division by zero (a warning; modern numbering).
+    static constexpr int kDivByZero = 2;
+
 private:
+    bool IsPoint() const
+    {
+        return FPrim.Shape != prim::TFXShape::MaskFilter &&
+               FPrim.Shape != prim::TFXShape::RowFilter &&
+               FPrim.Shape != prim::TFXShape::ColumnFilter;
+    }
+
     // Modern IPP's numbering (2021 and later), which differs from the legacy one we use.
     static constexpr int kIppBorderInMem = 0xF0;
     static constexpr int kIpp8u = 1, kIpp16u = 5, kIpp32f = 13;
@@ -118,8 +137,49 @@ private:
     const Ipp8u* FSrc = nullptr;
     TMaskFilter FMask = nullptr;
     TKernelFilter FKernel = nullptr;
+    prim::TFXAnyFn FPoint = nullptr;
     std::vector<Ipp8u> FSpec, FBuffer;
     bool FReady = false;
+};
+
+// Makes IPP run its AVX2 code while it lives, where the processor has AVX2 (IPP keeps its own
+// choice otherwise), then restores the features IPP had enabled. IPP's AVX-512 division
+// rounds some exact halves down (175 / 10 gives 17) and gives 0 instead of the largest value
+// for x / 0 at scale factors -14 and -15; its AVX2, SSE4.2 and SSE3 code all follow the
+// documented rule, which is ours. (Restoring with ippInit would leave later switches without
+// effect in IPP 2022.3, so the saved features are set back instead.)
+class TFXIppAvx2Scope {
+public:
+    TFXIppAvx2Scope()
+    {
+        auto get = reinterpret_cast<TGetFeatures>(FXRealIppSymbol("ippGetEnabledCpuFeatures"));
+        FSetFeatures = reinterpret_cast<TSetFeatures>(FXRealIppSymbol("ippSetCpuFeatures"));
+        if (get == nullptr || FSetFeatures == nullptr)
+            return;
+        FSaved = get();
+        FSet = FSetFeatures(kAvx2Features) == 0;
+    }
+    ~TFXIppAvx2Scope()
+    {
+        if (FSet)
+            FSetFeatures(FSaved);
+    }
+    TFXIppAvx2Scope(const TFXIppAvx2Scope&) = delete;
+    TFXIppAvx2Scope& operator=(const TFXIppAvx2Scope&) = delete;
+
+    bool Active() const { return FSet; }
+
+private:
+    using TGetFeatures = unsigned long long (*)();
+    using TSetFeatures = int (*)(unsigned long long);
+    // IPP's "L9" feature set: MMX ... SSE4.2, AVX (enabled by the system), F16C, MOVBE, AVX2,
+    // PREFETCHW.
+    static constexpr unsigned long long kAvx2Features = 0x1 | 0x2 | 0x4 | 0x8 | 0x10 | 0x20 | 0x40 |
+                                                        0x80 | 0x100 | 0x200 | 0x4000 | 0x8000 |
+                                                        0x40000;
+    TSetFeatures FSetFeatures = nullptr;
+    unsigned long long FSaved = 0;
+    bool FSet = false;
 };
 
 } // namespace framix::test

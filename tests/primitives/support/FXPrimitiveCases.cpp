@@ -3,6 +3,8 @@
 #include "tests/primitives/support/FXPrimitiveCases.h"
 
 #include <algorithm>
+#include <cstring>
+#include <iterator>
 #include <random>
 #include <sstream>
 
@@ -62,6 +64,38 @@ std::vector<Ipp32f> KernelFor(int variant, std::mt19937& rng)
     }
 }
 
+bool IsPointShape(TFXShape shape)
+{
+    return shape != TFXShape::MaskFilter && shape != TFXShape::RowFilter &&
+           shape != TFXShape::ColumnFilter;
+}
+
+// Scale factors, constants, alpha values and types, weights: edge values first, then random.
+void SetPointParameters(TFXCase& c, const prim::TFXPrimitiveInfo& p, int n, int rep,
+                        std::mt19937& rng)
+{
+    constexpr int kScales[] = {0, 1,  2,   0, -1, 3,   0, 8, -3, 0, 9, 16,   0, -9,    5,
+                               0, 17, -17, 0, 40, -40, 0, 4, -2, 0, 7, 1000, 0, -1000, 15};
+    constexpr Ipp32f kWeights[] = {0.3f, 0.5f, 0.0f, 1.0f, 0.123456f, 1.7f, -0.25f, 0.999f};
+    const int max = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
+    c.ScaleFactor = kScales[n % std::size(kScales)];
+    c.AlphaType = n % 12;
+    c.Weight = n % 9 == 8 ? float(rng() % 1000) / 1000.0f : kWeights[n % std::size(kWeights)];
+    c.SmallSamples = n % 3 == 2;
+    for (int& v : c.Values)
+        v = int(rng() % (max + 1));
+    switch (rep) {
+    case 0: // the identity, zero and near-edge fractions
+        c.Values[0] = max, c.Values[1] = 0, c.Values[2] = 1, c.Values[3] = max - 1;
+        break;
+    case 1: // alphas of a half and of 8-bit size on 16-bit images
+        c.Values[0] = max / 2 + 1, c.Values[1] = n % 2 == 0 ? max : 255;
+        break;
+    default:
+        break;
+    }
+}
+
 } // namespace
 
 std::string TFXCase::Describe() const
@@ -71,7 +105,9 @@ std::string TFXCase::Describe() const
       << " anchor (" << Anchor.x << "," << Anchor.y << "), kernel size " << Kernel.size()
       << " anchor " << KernelAnchor << ", pads " << SrcPad << "/" << DstPad << ", extra "
       << Extra.Left << "/" << Extra.Top << "/" << Extra.Right << "/" << Extra.Bottom << ", seed "
-      << Seed;
+      << Seed << ", scale factor " << ScaleFactor << ", values " << Values[0] << "/" << Values[1]
+      << "/" << Values[2] << "/" << Values[3] << ", alpha type " << AlphaType << ", weight "
+      << Weight << (SmallSamples ? ", small samples" : "");
     return s.str();
 }
 
@@ -104,6 +140,8 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
                 default:
                     c.Anchor = {int(rng() % c.Mask.width), int(rng() % c.Mask.height)};
                 }
+            } else if (IsPointShape(p.Shape)) {
+                SetPointParameters(c, p, n, rep, rng);
             } else {
                 c.Kernel = KernelFor(n, rng);
                 const int k = int(c.Kernel.size());
@@ -119,6 +157,9 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
     if (p.Shape == TFXShape::MaskFilter) {
         big.Mask = {5, 5};
         big.Anchor = {2, 2};
+    } else if (IsPointShape(p.Shape)) {
+        big.Values[0] = 200, big.Values[1] = 77, big.Values[2] = 254, big.Values[3] = 3;
+        big.Weight = 0.3f;
     } else {
         big.Kernel = {0.1f, 0.2f, 0.4f, 0.2f, 0.1f};
         big.KernelAnchor = 2;
@@ -131,7 +172,9 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
     : FPrim(prim), FCase(c)
 {
     const int sampleBytes = prim::FXSampleBytes(prim.Sample);
+    const prim::TFXShapeTraits traits = prim::FXShapeTraits(prim.Shape, prim.Sample);
     FPixelBytes = prim::FXChannels(prim.Layout) * sampleBytes;
+    FDstPixelBytes = prim::FXChannels(prim.Layout) * traits.DstSampleBytes;
     const prim::TFXMargins m = prim::FXShapeMargins(prim.Shape, Args(nullptr));
     const int left = m.Left + c.Extra.Left, right = m.Right + c.Extra.Right;
     const int top = m.Top + c.Extra.Top, bottom = m.Bottom + c.Extra.Bottom;
@@ -139,18 +182,53 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
     const int srcRows = c.Roi.height + top + bottom;
     // Steps stay multiples of the sample size, as IPP requires for 16-bit images.
     const int srcPad = c.SrcPad - c.SrcPad % sampleBytes;
-    const int dstPad = c.DstPad - c.DstPad % sampleBytes;
-    FSrcStep = srcRowBytes + srcPad;
-    FSrcSize = std::size_t(FSrcStep) * (srcRows - 1) + srcRowBytes;
-    FSrc.reset(new Ipp8u[FSrcSize]);
+    const int dstPad = c.DstPad - c.DstPad % traits.DstSampleBytes;
     std::mt19937 rng(c.Seed);
-    for (std::size_t i = 0; i < FSrcSize; ++i)
-        FSrc[i] = Ipp8u(rng());
-    FSrcRoi = FSrc.get() + std::size_t(top) * FSrcStep + std::size_t(left) * FPixelBytes;
-    const int dstRowBytes = c.Roi.width * FPixelBytes;
+    // Point operations on small samples: bytes below 16 (8-bit and 16-bit samples alike).
+    const Ipp8u byteMask = c.SmallSamples ? 0x0F : 0xFF;
+    const auto fill = [&](std::unique_ptr<Ipp8u[]>& image, int step) {
+        const std::size_t size = std::size_t(step) * (srcRows - 1) + srcRowBytes;
+        image.reset(new Ipp8u[size]);
+        for (std::size_t i = 0; i < size; ++i)
+            image[i] = Ipp8u(rng()) & byteMask;
+        return size;
+    };
+    const std::size_t leftBytes = std::size_t(left) * FPixelBytes;
+    FSrcStep = srcRowBytes + srcPad;
+    if (traits.Sources >= 1) {
+        FSrcSize = fill(FSrc, FSrcStep);
+        FSrcRoi = FSrc.get() + std::size_t(top) * FSrcStep + leftBytes;
+    }
+    if (traits.Sources == 2) { // its own padding, so the two steps differ
+        const int pad2 = (c.SrcPad * 5 + 3) % 11;
+        FSrc2Step = srcRowBytes + pad2 - pad2 % sampleBytes;
+        fill(FSrc2, FSrc2Step);
+        FSrc2Roi = FSrc2.get() + std::size_t(top) * FSrc2Step + leftBytes;
+    }
+    const IppiSize dstRoi = DstRoi();
+    const int dstRowBytes = dstRoi.width * FDstPixelBytes;
     FDstStep = dstRowBytes + dstPad;
-    FDstInit.assign(2 * kFXGuardBytes + std::size_t(FDstStep) * (c.Roi.height - 1) + dstRowBytes,
+    FDstInit.assign(2 * kFXGuardBytes + std::size_t(FDstStep) * (dstRoi.height - 1) + dstRowBytes,
                     kSentinel);
+    if (traits.InPlace)
+        for (int y = 0; y < dstRoi.height; ++y) {
+            Ipp8u* row = FDstInit.data() + kFXGuardBytes + std::size_t(y) * FDstStep;
+            if (traits.DstSampleBytes == int(sizeof(Ipp32f))) {
+                std::uniform_real_distribution<float> any(-100.0f, 70000.0f);
+                for (int i = 0; i < dstRowBytes; i += int(sizeof(Ipp32f))) {
+                    const Ipp32f v = any(rng);
+                    std::memcpy(row + i, &v, sizeof v);
+                }
+            } else {
+                for (int i = 0; i < dstRowBytes; ++i)
+                    row[i] = Ipp8u(rng()) & byteMask;
+            }
+        }
+}
+
+IppiSize TFXCaseImages::DstRoi() const
+{
+    return prim::FXShapeTraits(FPrim.Shape, FPrim.Sample).Reduces ? IppiSize{1, 1} : FCase.Roi;
 }
 
 prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
@@ -166,6 +244,12 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.Kernel = FCase.Kernel.data();
     a.KernelSize = int(FCase.Kernel.size());
     a.KernelAnchor = FCase.KernelAnchor;
+    a.Src2 = FSrc2Roi;
+    a.Src2Step = FSrc2Step;
+    a.ScaleFactor = FCase.ScaleFactor;
+    std::copy(std::begin(FCase.Values), std::end(FCase.Values), a.Values);
+    a.AlphaType = FCase.AlphaType;
+    a.Weight = FCase.Weight;
     return a;
 }
 
@@ -179,16 +263,17 @@ TFXRunResult TFXCaseImages::Run(prim::TFXAnyFn fn) const
 
 std::size_t TFXCaseImages::DstOffset(int x, int y, int c) const
 {
-    return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FPixelBytes +
-           std::size_t(c) * prim::FXSampleBytes(FPrim.Sample);
+    return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes +
+           std::size_t(c) * (FDstPixelBytes / prim::FXChannels(FPrim.Layout));
 }
 
 long TFXCaseImages::FirstDamagedGuard(const std::vector<Ipp8u>& dst) const
 {
-    const std::size_t rowBytes = std::size_t(FCase.Roi.width) * FPixelBytes;
+    const IppiSize dstRoi = DstRoi();
+    const std::size_t rowBytes = std::size_t(dstRoi.width) * FDstPixelBytes;
     for (std::size_t i = 0; i < dst.size(); ++i) {
         const bool inRow = i >= kFXGuardBytes &&
-                           (i - kFXGuardBytes) / FDstStep < std::size_t(FCase.Roi.height) &&
+                           (i - kFXGuardBytes) / FDstStep < std::size_t(dstRoi.height) &&
                            (i - kFXGuardBytes) % FDstStep < rowBytes;
         if (!inRow && dst[i] != kSentinel)
             return long(i);

@@ -24,6 +24,12 @@ struct TFXCase {
     int DstPad = 0;         // bytes after each destination row but the last
     prim::TFXMargins Extra; // source pixels beyond what the primitive reads
     std::uint32_t Seed = 1;
+    // Point operations
+    int ScaleFactor = 0;
+    int Values[4] = {0, 0, 0, 0}; // constants, or alpha1 and alpha2
+    int AlphaType = 0;
+    Ipp32f Weight = 0.0f;
+    bool SmallSamples = false; // sources hold small values (ties, zeros, no saturation)
 
     std::string Describe() const;
 };
@@ -39,9 +45,10 @@ struct TFXRunResult {
     std::vector<Ipp8u> Dst; // the whole destination allocation, guards and padding included
 };
 
-// A random source image exactly as large as the case needs (the last row has no padding, so
+// Random source images exactly as large as the case needs (the last row has no padding, so
 // an over-read leaves the allocation) and a destination filled with a sentinel pattern, with
-// guard bytes before and after.
+// guard bytes before and after. An in-place destination holds random samples in its ROI rows
+// (finite floats for a float accumulator); a reduction's destination is one value.
 class TFXCaseImages {
 public:
     TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& c);
@@ -56,6 +63,8 @@ public:
     long FirstDamagedGuard(const std::vector<Ipp8u>& dst) const;
     // Offset of destination pixel (x, y) channel c in the allocation.
     std::size_t DstOffset(int x, int y, int c) const;
+    // The destination's extent: the ROI, or one pixel for a reduction.
+    IppiSize DstRoi() const;
 
     const prim::TFXPrimitiveInfo& Prim() const { return FPrim; }
     int SrcStep() const { return FSrcStep; }
@@ -66,11 +75,15 @@ private:
     const prim::TFXPrimitiveInfo& FPrim;
     TFXCase FCase;
     int FPixelBytes = 0;
+    int FDstPixelBytes = 0;
     int FSrcStep = 0;
+    int FSrc2Step = 0;
     int FDstStep = 0;
     std::size_t FSrcSize = 0;
     std::unique_ptr<Ipp8u[]> FSrc; // exact size: ASan sees any read past it
+    std::unique_ptr<Ipp8u[]> FSrc2;
     const Ipp8u* FSrcRoi = nullptr;
+    const Ipp8u* FSrc2Roi = nullptr;
     std::vector<Ipp8u> FDstInit;
 };
 

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+// Arithmetic, reference: the definitions the vector kernels are proved against.
+#include "framework/primitives/families/Arithmetic.h"
+
+#include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/FXRound.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+
+namespace framix::prim::ref {
+namespace {
+
+// Scale factors beyond these change nothing: any nonzero result scaled up by 2^20 saturates a
+// 16-bit sample, any quotient of 16-bit samples scaled up by 2^34 does, and any value below 2^33
+// scaled down by 2^40 rounds to zero.
+constexpr int kShiftUpLimit = 20;
+constexpr int kScaleLimit = 40;
+
+// v * 2^-scaleFactor rounded to the nearest integer, halves to even, then saturated: IPP's
+// rule for every Sfs result. v is exact; negative values (differences) saturate to 0.
+template <class T> T ScaleSaturate(std::int64_t v, int scaleFactor)
+{
+    if (v <= 0)
+        return T(0);
+    const int sf = std::clamp(scaleFactor, -kShiftUpLimit, kScaleLimit);
+    if (sf < 0) // v < 2^33 (a 16-bit product), so the shift stays inside 64 bits
+        return FXSaturate<T>(v << -sf);
+    if (sf == 0)
+        return FXSaturate<T>(v);
+    return FXSaturate<T>(FXDivRoundHalfEven(v, std::int64_t(1) << sf));
+}
+
+// dividend * 2^-scaleFactor / divisor, exactly, rounded halves to even and saturated. A zero
+// divisor gives 0 for a zero dividend and the largest value otherwise.
+template <class T> T DivideScaled(std::int64_t dividend, std::int64_t divisor, int scaleFactor)
+{
+    if (divisor == 0)
+        return dividend == 0 ? T(0) : T(kFXSampleMax<T>);
+    const int sf = std::clamp(scaleFactor, -kScaleLimit, kScaleLimit);
+    if (sf < 0)
+        dividend <<= -sf;
+    else
+        divisor <<= sf;
+    return FXSaturate<T>(FXDivRoundHalfEven(dividend, divisor));
+}
+
+// Runs op(first, second) -> result over every processed sample of the ROI: C1, C3 and C4
+// samples alike, AC4 skipping the alpha (the destination's alpha keeps its value). An in-place
+// call passes the destination as `second`.
+template <class T, TFXLayout L, class Op>
+void ForEachPair(const T* first, int firstStep, const T* second, int secondStep, T* dst,
+                 int dstStep, IppiSize roi, Op op)
+{
+    constexpr int kCh = FXChannels(L);
+    for (int y = 0; y < roi.height; ++y) {
+        const T* a = FXRowAt(first, firstStep, y);
+        const T* b = FXRowAt(second, secondStep, y);
+        T* d = FXRowAt(dst, dstStep, y);
+        for (int x = 0; x < roi.width; ++x)
+            for (int c = 0; c < FXProcessedChannels(L); ++c) {
+                const int i = x * kCh + c;
+                d[i] = op(a[i], b[i]);
+            }
+    }
+}
+
+template <class T, TFXLayout L, class Op>
+void ForEachSample(const T* src, int srcStep, T* dst, int dstStep, IppiSize roi, Op op)
+{
+    constexpr int kCh = FXChannels(L);
+    for (int y = 0; y < roi.height; ++y) {
+        const T* s = FXRowAt(src, srcStep, y);
+        T* d = FXRowAt(dst, dstStep, y);
+        for (int x = 0; x < roi.width; ++x)
+            for (int c = 0; c < FXProcessedChannels(L); ++c)
+                d[x * kCh + c] = op(s[x * kCh + c], c);
+    }
+}
+
+// IPP computes the second operand minus (or divided by) the first one.
+struct TSum {
+    std::int64_t operator()(std::int64_t a, std::int64_t b) const { return a + b; }
+};
+struct TDifference {
+    std::int64_t operator()(std::int64_t a, std::int64_t b) const { return b - a; }
+};
+struct TProduct {
+    std::int64_t operator()(std::int64_t a, std::int64_t b) const { return a * b; }
+};
+
+template <class T, TFXLayout L, class Exact>
+IppStatus Scaled(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
+                 IppiSize roiSize, int scaleFactor, Exact exact)
+{
+    ForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize,
+                      [&](T a, T b) { return ScaleSaturate<T>(exact(a, b), scaleFactor); });
+    return ippStsNoErr;
+}
+
+template <class T, TFXLayout L>
+IppStatus Quotient(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
+                   IppiSize roiSize, int scaleFactor)
+{
+    bool divisorZero = false;
+    ForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, [&](T a, T b) {
+        divisorZero |= a == 0;
+        return DivideScaled<T>(b, a, scaleFactor);
+    });
+    // A warning: every sample is still written.
+    return divisorZero ? ippStsDivByZero : ippStsNoErr;
+}
+
+// s * value / max, truncated: the constant is a fraction of the largest sample value.
+template <class T> T ScaleByFraction(T s, T value)
+{
+    return T(std::uint64_t(s) * value / kFXSampleMax<T>);
+}
+
+} // namespace
+
+template <class T, TFXLayout L>
+IppStatus Add(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
+              IppiSize roiSize, int scaleFactor)
+{
+    return Scaled<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, scaleFactor,
+                        TSum{});
+}
+
+template <class T, TFXLayout L>
+IppStatus Sub(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
+              IppiSize roiSize, int scaleFactor)
+{
+    return Scaled<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, scaleFactor,
+                        TDifference{});
+}
+
+template <class T, TFXLayout L>
+IppStatus Mul(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
+              IppiSize roiSize, int scaleFactor)
+{
+    return Scaled<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, scaleFactor,
+                        TProduct{});
+}
+
+template <class T, TFXLayout L>
+IppStatus Div(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
+              IppiSize roiSize, int scaleFactor)
+{
+    return Quotient<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, scaleFactor);
+}
+
+// In place: pSrcDst is the second operand (pSrcDst - pSrc, pSrcDst / pSrc).
+template <class T, TFXLayout L>
+IppStatus AddI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
+               int scaleFactor)
+{
+    return Add<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
+}
+
+template <class T, TFXLayout L>
+IppStatus SubI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
+               int scaleFactor)
+{
+    return Sub<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
+}
+
+template <class T, TFXLayout L>
+IppStatus MulI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
+               int scaleFactor)
+{
+    return Mul<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
+}
+
+template <class T, TFXLayout L>
+IppStatus DivI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
+               int scaleFactor)
+{
+    return Div<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
+}
+
+template <class T, TFXLayout L>
+IppStatus MulCScaleV(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
+                     IppiSize roiSize)
+{
+    ForEachSample<T, L>(pSrc, srcStep, pDst, dstStep, roiSize,
+                        [&](T s, int c) { return ScaleByFraction(s, value[c]); });
+    return ippStsNoErr;
+}
+
+template <class T, TFXLayout L>
+IppStatus MulCScale(const T* pSrc, int srcStep, T value, T* pDst, int dstStep, IppiSize roiSize)
+{
+    return MulCScaleV<T, L>(pSrc, srcStep, &value, pDst, dstStep, roiSize);
+}
+
+template <class T, TFXLayout L>
+IppStatus MulCScaleVI(const T* value, T* pSrcDst, int srcDstStep, IppiSize roiSize)
+{
+    return MulCScaleV<T, L>(pSrcDst, srcDstStep, value, pSrcDst, srcDstStep, roiSize);
+}
+
+template <class T, TFXLayout L>
+IppStatus MulCScaleI(T value, T* pSrcDst, int srcDstStep, IppiSize roiSize)
+{
+    return MulCScaleV<T, L>(pSrcDst, srcDstStep, &value, pSrcDst, srcDstStep, roiSize);
+}
+
+template <class T, TFXLayout L>
+IppStatus AbsDiff(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
+                  IppiSize roiSize)
+{
+    ForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize,
+                      [](T a, T b) { return T(a > b ? a - b : b - a); });
+    return ippStsNoErr;
+}
+
+template <class T, TFXLayout L>
+IppStatus Max(const T* pSrc, int srcStep, IppiSize roiSize, T* pResult)
+{
+    T best = 0;
+    for (int y = 0; y < roiSize.height; ++y) {
+        const T* row = FXRowAt(pSrc, srcStep, y);
+        best = std::max(best, *std::max_element(row, row + roiSize.width * FXChannels(L)));
+    }
+    *pResult = best;
+    return ippStsNoErr;
+}
+
+FX_KERNEL_TABLE(Arithmetic, FX_ARITHMETIC_PRIMITIVES)
+
+} // namespace framix::prim::ref
