@@ -151,4 +151,173 @@ inline void StoreNarrow(Ipp16u* p, VI32 v)
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(ordered));
 }
 
+// ---------------------------------------------------------------- point operations
+// Lane-wise arithmetic, logic and selection on 8- and 16-bit samples, and what the point
+// kernels (arithmetic, logic, blending) need besides. A mask has every bit set in the lanes
+// where its comparison holds.
+inline VU8 SplatU8(int v)
+{
+    return {_mm256_set1_epi8(char(v))};
+}
+inline VU16 SplatU16(int v)
+{
+    return {_mm256_set1_epi16(short(v))};
+}
+inline VU8 AddSat(VU8 a, VU8 b)
+{
+    return {_mm256_adds_epu8(a.V, b.V)};
+}
+inline VU8 SubSat(VU8 a, VU8 b)
+{
+    return {_mm256_subs_epu8(a.V, b.V)};
+}
+inline VU16 AddSat(VU16 a, VU16 b)
+{
+    return {_mm256_adds_epu16(a.V, b.V)};
+}
+inline VU16 SubSat(VU16 a, VU16 b)
+{
+    return {_mm256_subs_epu16(a.V, b.V)};
+}
+inline VU16 Add(VU16 a, VU16 b)
+{
+    return {_mm256_add_epi16(a.V, b.V)};
+}
+inline VU16 Sub(VU16 a, VU16 b)
+{
+    return {_mm256_sub_epi16(a.V, b.V)};
+}
+inline VU16 MulLo(VU16 a, VU16 b)
+{
+    return {_mm256_mullo_epi16(a.V, b.V)};
+}
+// The high half of the unsigned 32-bit product.
+inline VU16 MulHi(VU16 a, VU16 b)
+{
+    return {_mm256_mulhi_epu16(a.V, b.V)};
+}
+inline VU16 ShiftRight(VU16 v, int n)
+{
+    return {_mm256_srl_epi16(v.V, _mm_cvtsi32_si128(n))};
+}
+inline VU16 ShiftLeft(VU16 v, int n)
+{
+    return {_mm256_sll_epi16(v.V, _mm_cvtsi32_si128(n))};
+}
+inline VU8 And(VU8 a, VU8 b)
+{
+    return {_mm256_and_si256(a.V, b.V)};
+}
+inline VU8 Or(VU8 a, VU8 b)
+{
+    return {_mm256_or_si256(a.V, b.V)};
+}
+inline VU8 Xor(VU8 a, VU8 b)
+{
+    return {_mm256_xor_si256(a.V, b.V)};
+}
+inline VU16 And(VU16 a, VU16 b)
+{
+    return {_mm256_and_si256(a.V, b.V)};
+}
+inline VU16 Or(VU16 a, VU16 b)
+{
+    return {_mm256_or_si256(a.V, b.V)};
+}
+inline VU16 Xor(VU16 a, VU16 b)
+{
+    return {_mm256_xor_si256(a.V, b.V)};
+}
+inline VI32 Or(VI32 a, VI32 b)
+{
+    return {_mm256_or_si256(a.V, b.V)};
+}
+inline VU8 CmpEq(VU8 a, VU8 b)
+{
+    return {_mm256_cmpeq_epi8(a.V, b.V)};
+}
+inline VU16 CmpEq(VU16 a, VU16 b)
+{
+    return {_mm256_cmpeq_epi16(a.V, b.V)};
+}
+inline VI32 CmpEq(VI32 a, VI32 b)
+{
+    return {_mm256_cmpeq_epi32(a.V, b.V)};
+}
+// a where the mask is set, b elsewhere.
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm256_blendv_epi8(b.V, a.V, mask.V)};
+}
+inline VU16 Select(VU16 mask, VU16 a, VU16 b)
+{
+    return {_mm256_blendv_epi8(b.V, a.V, mask.V)};
+}
+inline bool Any(VU8 mask)
+{
+    return _mm256_testz_si256(mask.V, mask.V) == 0;
+}
+inline bool Any(VI32 mask)
+{
+    return _mm256_testz_si256(mask.V, mask.V) == 0;
+}
+// Zero-extended halves, in the lane order NarrowSat puts back (within 128-bit blocks).
+inline VU16 WidenLo(VU8 v)
+{
+    return {_mm256_unpacklo_epi8(v.V, _mm256_setzero_si256())};
+}
+inline VU16 WidenHi(VU8 v)
+{
+    return {_mm256_unpackhi_epi8(v.V, _mm256_setzero_si256())};
+}
+// Undoes WidenLo / WidenHi; values above 255 saturate.
+inline VU8 NarrowSat(VU16 lo, VU16 hi)
+{
+    const auto limit = _mm256_set1_epi16(255);
+    return {_mm256_packus_epi16(_mm256_min_epu16(lo.V, limit), _mm256_min_epu16(hi.V, limit))};
+}
+// The largest lane.
+inline int MaxLane(VU8 v)
+{
+    __m128i m = _mm_max_epu8(_mm256_castsi256_si128(v.V), _mm256_extracti128_si256(v.V, 1));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 8));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 4));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 2));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 1));
+    return _mm_cvtsi128_si32(m) & 0xFF;
+}
+inline VF32 Sub(VF32 a, VF32 b)
+{
+    return {_mm256_sub_ps(a.V, b.V)};
+}
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm256_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm256_storeu_ps(p, v.V);
+}
+// a * b + c with one rounding.
+inline VF32 MulAdd(VF32 a, VF32 b, VF32 c)
+{
+    return {_mm256_fmadd_ps(a.V, b.V, c.V)};
+}
+
+// Narrows 32-bit lanes (negative values to 0, large ones to the maximum) into one vector of
+// samples in memory order: four vectors into 8-bit samples, two into 16-bit ones. The packs
+// work inside 128-bit halves; the permutes put the lanes back in memory order.
+inline VU8 NarrowSat4(VI32 a, VI32 b, VI32 c, VI32 d)
+{
+    const __m256i limit = _mm256_set1_epi16(255);
+    const __m256i ab = _mm256_min_epu16(_mm256_packus_epi32(a.V, b.V), limit);
+    const __m256i cd = _mm256_min_epu16(_mm256_packus_epi32(c.V, d.V), limit);
+    return {_mm256_permutevar8x32_epi32(_mm256_packus_epi16(ab, cd),
+                                        _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
+}
+inline VU16 NarrowSat2(VI32 a, VI32 b)
+{
+    return {_mm256_permute4x64_epi64(_mm256_packus_epi32(a.V, b.V), 0xD8)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -146,4 +146,179 @@ inline void StoreNarrow(Ipp16u* p, VI32 v)
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_cvtusepi32_epi16(clamped));
 }
 
+// ---------------------------------------------------------------- point operations
+// Lane-wise arithmetic, logic and selection on 8- and 16-bit samples, and what the point
+// kernels (arithmetic, logic, blending) need besides. A mask has every bit set in the lanes
+// where its comparison holds.
+inline VU8 SplatU8(int v)
+{
+    return {_mm512_set1_epi8(char(v))};
+}
+inline VU16 SplatU16(int v)
+{
+    return {_mm512_set1_epi16(short(v))};
+}
+inline VU8 AddSat(VU8 a, VU8 b)
+{
+    return {_mm512_adds_epu8(a.V, b.V)};
+}
+inline VU8 SubSat(VU8 a, VU8 b)
+{
+    return {_mm512_subs_epu8(a.V, b.V)};
+}
+inline VU16 AddSat(VU16 a, VU16 b)
+{
+    return {_mm512_adds_epu16(a.V, b.V)};
+}
+inline VU16 SubSat(VU16 a, VU16 b)
+{
+    return {_mm512_subs_epu16(a.V, b.V)};
+}
+inline VU16 Add(VU16 a, VU16 b)
+{
+    return {_mm512_add_epi16(a.V, b.V)};
+}
+inline VU16 Sub(VU16 a, VU16 b)
+{
+    return {_mm512_sub_epi16(a.V, b.V)};
+}
+inline VU16 MulLo(VU16 a, VU16 b)
+{
+    return {_mm512_mullo_epi16(a.V, b.V)};
+}
+// The high half of the unsigned 32-bit product.
+inline VU16 MulHi(VU16 a, VU16 b)
+{
+    return {_mm512_mulhi_epu16(a.V, b.V)};
+}
+inline VU16 ShiftRight(VU16 v, int n)
+{
+    return {_mm512_srl_epi16(v.V, _mm_cvtsi32_si128(n))};
+}
+inline VU16 ShiftLeft(VU16 v, int n)
+{
+    return {_mm512_sll_epi16(v.V, _mm_cvtsi32_si128(n))};
+}
+inline VU8 And(VU8 a, VU8 b)
+{
+    return {_mm512_and_si512(a.V, b.V)};
+}
+inline VU8 Or(VU8 a, VU8 b)
+{
+    return {_mm512_or_si512(a.V, b.V)};
+}
+inline VU8 Xor(VU8 a, VU8 b)
+{
+    return {_mm512_xor_si512(a.V, b.V)};
+}
+inline VU16 And(VU16 a, VU16 b)
+{
+    return {_mm512_and_si512(a.V, b.V)};
+}
+inline VU16 Or(VU16 a, VU16 b)
+{
+    return {_mm512_or_si512(a.V, b.V)};
+}
+inline VU16 Xor(VU16 a, VU16 b)
+{
+    return {_mm512_xor_si512(a.V, b.V)};
+}
+inline VI32 Or(VI32 a, VI32 b)
+{
+    return {_mm512_or_si512(a.V, b.V)};
+}
+inline VU8 CmpEq(VU8 a, VU8 b)
+{
+    return {_mm512_movm_epi8(_mm512_cmpeq_epi8_mask(a.V, b.V))};
+}
+inline VU16 CmpEq(VU16 a, VU16 b)
+{
+    return {_mm512_movm_epi16(_mm512_cmpeq_epi16_mask(a.V, b.V))};
+}
+inline VI32 CmpEq(VI32 a, VI32 b)
+{
+    return {_mm512_movm_epi32(_mm512_cmpeq_epi32_mask(a.V, b.V))};
+}
+// a where the mask is set, b elsewhere.
+inline VU8 Select(VU8 mask, VU8 a, VU8 b)
+{
+    return {_mm512_mask_blend_epi8(_mm512_movepi8_mask(mask.V), b.V, a.V)};
+}
+inline VU16 Select(VU16 mask, VU16 a, VU16 b)
+{
+    return {_mm512_mask_blend_epi16(_mm512_movepi16_mask(mask.V), b.V, a.V)};
+}
+inline bool Any(VU8 mask)
+{
+    return _mm512_test_epi8_mask(mask.V, mask.V) != 0;
+}
+inline bool Any(VI32 mask)
+{
+    return _mm512_test_epi32_mask(mask.V, mask.V) != 0;
+}
+// Zero-extended halves, in the lane order NarrowSat puts back (within 128-bit blocks).
+inline VU16 WidenLo(VU8 v)
+{
+    return {_mm512_unpacklo_epi8(v.V, _mm512_setzero_si512())};
+}
+inline VU16 WidenHi(VU8 v)
+{
+    return {_mm512_unpackhi_epi8(v.V, _mm512_setzero_si512())};
+}
+// Undoes WidenLo / WidenHi; values above 255 saturate.
+inline VU8 NarrowSat(VU16 lo, VU16 hi)
+{
+    const auto limit = _mm512_set1_epi16(255);
+    return {_mm512_packus_epi16(_mm512_min_epu16(lo.V, limit), _mm512_min_epu16(hi.V, limit))};
+}
+// The largest lane.
+inline int MaxLane(VU8 v)
+{
+    // Through memory: GCC 12's 512-bit extract and shuffle intrinsics warn.
+    alignas(64) Ipp8u bytes[64];
+    _mm512_store_si512(bytes, v.V);
+    const auto* q = reinterpret_cast<const __m128i*>(bytes);
+    __m128i m = _mm_max_epu8(_mm_max_epu8(_mm_load_si128(q), _mm_load_si128(q + 1)),
+                             _mm_max_epu8(_mm_load_si128(q + 2), _mm_load_si128(q + 3)));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 8));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 4));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 2));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 1));
+    return _mm_cvtsi128_si32(m) & 0xFF;
+}
+inline VF32 Sub(VF32 a, VF32 b)
+{
+    return {_mm512_sub_ps(a.V, b.V)};
+}
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm512_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm512_storeu_ps(p, v.V);
+}
+// a * b + c with one rounding.
+inline VF32 MulAdd(VF32 a, VF32 b, VF32 c)
+{
+    return {_mm512_fmadd_ps(a.V, b.V, c.V)};
+}
+
+// Narrows 32-bit lanes (negative values to 0, large ones to the maximum) into one vector of
+// samples in memory order: four vectors into 8-bit samples, two into 16-bit ones.
+inline VU8 NarrowSat4(VI32 a, VI32 b, VI32 c, VI32 d)
+{
+    const __m512i zero = _mm512_setzero_si512();
+    __m512i v = _mm512_castsi128_si512(_mm512_cvtusepi32_epi8(_mm512_max_epi32(a.V, zero)));
+    v = _mm512_inserti32x4(v, _mm512_cvtusepi32_epi8(_mm512_max_epi32(b.V, zero)), 1);
+    v = _mm512_inserti32x4(v, _mm512_cvtusepi32_epi8(_mm512_max_epi32(c.V, zero)), 2);
+    return {_mm512_inserti32x4(v, _mm512_cvtusepi32_epi8(_mm512_max_epi32(d.V, zero)), 3)};
+}
+inline VU16 NarrowSat2(VI32 a, VI32 b)
+{
+    const __m512i zero = _mm512_setzero_si512();
+    const __m512i v = _mm512_castsi256_si512(_mm512_cvtusepi32_epi16(_mm512_max_epi32(a.V, zero)));
+    return {_mm512_inserti64x4(v, _mm512_cvtusepi32_epi16(_mm512_max_epi32(b.V, zero)), 1)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS
