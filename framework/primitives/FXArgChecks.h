@@ -129,6 +129,34 @@ inline IppStatus FXCheckPointArgs(IppiSize roiSize, std::initializer_list<TFXIma
     return ippStsNoErr;
 }
 
+// Two sources and a destination of one layout; Extra are the operation's own scalars (a scale
+// factor), which accept any value.
+template <class T, TFXLayout L, class... Extra>
+IppStatus FXCheckBinary(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                        int dstStep, IppiSize roiSize, Extra...)
+{
+    const int w = roiSize.width;
+    return FXCheckPointArgs(roiSize,
+                            {FXImageArg(pSrc1, src1Step, w, L), FXImageArg(pSrc2, src2Step, w, L),
+                             FXImageArg(pDst, dstStep, w, L)});
+}
+
+// A source and an in-place destination.
+template <class T, TFXLayout L, class... Extra>
+IppStatus FXCheckBinaryInPlace(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep,
+                               IppiSize roiSize, Extra...)
+{
+    const int w = roiSize.width;
+    return FXCheckPointArgs(
+        roiSize, {FXImageArg(pSrc, srcStep, w, L), FXImageArg(pSrcDst, srcDstStep, w, L)});
+}
+
+template <class T, TFXLayout L>
+IppStatus FXCheckUnaryInPlace(T* pSrcDst, int srcDstStep, IppiSize roiSize)
+{
+    return FXCheckPointArgs(roiSize, {FXImageArg(pSrcDst, srcDstStep, roiSize.width, L)});
+}
+
 template <class T, TFXLayout L>
 inline constexpr auto FXCheckRowFilter = &FXCheckKernel1D<T, L, true>;
 template <class T, TFXLayout L>

@@ -8,32 +8,6 @@ namespace framix::prim {
 namespace {
 
 template <class T, TFXLayout L>
-IppStatus CheckTwoSources(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
-                          int dstStep, IppiSize roiSize)
-{
-    const int w = roiSize.width;
-    return FXCheckPointArgs(roiSize,
-                            {FXImageArg(pSrc1, src1Step, w, L), FXImageArg(pSrc2, src2Step, w, L),
-                             FXImageArg(pDst, dstStep, w, L)});
-}
-
-template <class T, TFXLayout L>
-IppStatus CheckScaled(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
-                      int dstStep, IppiSize roiSize, int)
-{
-    return CheckTwoSources<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus CheckScaledInPlace(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep,
-                             IppiSize roiSize, int)
-{
-    const int w = roiSize.width;
-    return FXCheckPointArgs(
-        roiSize, {FXImageArg(pSrc, srcStep, w, L), FXImageArg(pSrcDst, srcDstStep, w, L)});
-}
-
-template <class T, TFXLayout L>
 IppStatus CheckConstVector(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
                            IppiSize roiSize)
 {
@@ -69,21 +43,21 @@ IppStatus CheckReduce(const T* pSrc, int srcStep, IppiSize roiSize, T* pResult)
 
 } // namespace
 
-template <class T, TFXLayout L> inline constexpr auto CheckAdd = &CheckScaled<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckSub = &CheckScaled<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckMul = &CheckScaled<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckDiv = &CheckScaled<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckAddI = &CheckScaledInPlace<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckSubI = &CheckScaledInPlace<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckMulI = &CheckScaledInPlace<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckDivI = &CheckScaledInPlace<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckAdd = &FXCheckBinary<T, L, int>;
+template <class T, TFXLayout L> inline constexpr auto CheckSub = &FXCheckBinary<T, L, int>;
+template <class T, TFXLayout L> inline constexpr auto CheckMul = &FXCheckBinary<T, L, int>;
+template <class T, TFXLayout L> inline constexpr auto CheckDiv = &FXCheckBinary<T, L, int>;
+template <class T, TFXLayout L> inline constexpr auto CheckAddI = &FXCheckBinaryInPlace<T, L, int>;
+template <class T, TFXLayout L> inline constexpr auto CheckSubI = &FXCheckBinaryInPlace<T, L, int>;
+template <class T, TFXLayout L> inline constexpr auto CheckMulI = &FXCheckBinaryInPlace<T, L, int>;
+template <class T, TFXLayout L> inline constexpr auto CheckDivI = &FXCheckBinaryInPlace<T, L, int>;
 template <class T, TFXLayout L> inline constexpr auto CheckMulCScale = &CheckConstScalar<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckMulCScaleV = &CheckConstVector<T, L>;
 template <class T, TFXLayout L>
 inline constexpr auto CheckMulCScaleI = &CheckConstScalarInPlace<T, L>;
 template <class T, TFXLayout L>
 inline constexpr auto CheckMulCScaleVI = &CheckConstVectorInPlace<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckAbsDiff = &CheckTwoSources<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckAbsDiff = &FXCheckBinary<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckMax = &CheckReduce<T, L>;
 
 FX_DEFINE_FAMILY(Arithmetic, FX_ARITHMETIC_PRIMITIVES)

@@ -4,6 +4,7 @@
 
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
+#include "framework/primitives/families/FXPointSamples.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -46,39 +47,6 @@ template <class T> T DivideScaled(std::int64_t dividend, std::int64_t divisor, i
     return FXSaturate<T>(FXDivRoundHalfEven(dividend, divisor));
 }
 
-// Runs op(first, second) -> result over every processed sample of the ROI: C1, C3 and C4
-// samples alike, AC4 skipping the alpha (the destination's alpha keeps its value). An in-place
-// call passes the destination as `second`.
-template <class T, TFXLayout L, class Op>
-void ForEachPair(const T* first, int firstStep, const T* second, int secondStep, T* dst,
-                 int dstStep, IppiSize roi, Op op)
-{
-    constexpr int kCh = FXChannels(L);
-    for (int y = 0; y < roi.height; ++y) {
-        const T* a = FXRowAt(first, firstStep, y);
-        const T* b = FXRowAt(second, secondStep, y);
-        T* d = FXRowAt(dst, dstStep, y);
-        for (int x = 0; x < roi.width; ++x)
-            for (int c = 0; c < FXProcessedChannels(L); ++c) {
-                const int i = x * kCh + c;
-                d[i] = op(a[i], b[i]);
-            }
-    }
-}
-
-template <class T, TFXLayout L, class Op>
-void ForEachSample(const T* src, int srcStep, T* dst, int dstStep, IppiSize roi, Op op)
-{
-    constexpr int kCh = FXChannels(L);
-    for (int y = 0; y < roi.height; ++y) {
-        const T* s = FXRowAt(src, srcStep, y);
-        T* d = FXRowAt(dst, dstStep, y);
-        for (int x = 0; x < roi.width; ++x)
-            for (int c = 0; c < FXProcessedChannels(L); ++c)
-                d[x * kCh + c] = op(s[x * kCh + c], c);
-    }
-}
-
 // IPP computes the second operand minus (or divided by) the first one.
 struct TSum {
     std::int64_t operator()(std::int64_t a, std::int64_t b) const { return a + b; }
@@ -94,8 +62,8 @@ template <class T, TFXLayout L, class Exact>
 IppStatus Scaled(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
                  IppiSize roiSize, int scaleFactor, Exact exact)
 {
-    ForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize,
-                      [&](T a, T b) { return ScaleSaturate<T>(exact(a, b), scaleFactor); });
+    FXForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize,
+                        [&](T a, T b) { return ScaleSaturate<T>(exact(a, b), scaleFactor); });
     return ippStsNoErr;
 }
 
@@ -104,7 +72,7 @@ IppStatus Quotient(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T
                    IppiSize roiSize, int scaleFactor)
 {
     bool divisorZero = false;
-    ForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, [&](T a, T b) {
+    FXForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, [&](T a, T b) {
         divisorZero |= a == 0;
         return DivideScaled<T>(b, a, scaleFactor);
     });
@@ -184,8 +152,8 @@ template <class T, TFXLayout L>
 IppStatus MulCScaleV(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
                      IppiSize roiSize)
 {
-    ForEachSample<T, L>(pSrc, srcStep, pDst, dstStep, roiSize,
-                        [&](T s, int c) { return ScaleByFraction(s, value[c]); });
+    FXForEachSample<T, L>(pSrc, srcStep, pDst, dstStep, roiSize,
+                          [&](T s, int c) { return ScaleByFraction(s, value[c]); });
     return ippStsNoErr;
 }
 
@@ -211,8 +179,8 @@ template <class T, TFXLayout L>
 IppStatus AbsDiff(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,
                   IppiSize roiSize)
 {
-    ForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize,
-                      [](T a, T b) { return T(a > b ? a - b : b - a); });
+    FXForEachPair<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize,
+                        [](T a, T b) { return T(a > b ? a - b : b - a); });
     return ippStsNoErr;
 }
 

@@ -6,9 +6,11 @@
 #include "framework/primitives/families/Arithmetic.h"
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterSeparable.h"
+#include "framework/primitives/families/Logic.h"
 
 // F(Family, X-list macro)
 #define FX_PRIMITIVE_FAMILIES(F)                                                                   \
     F(FilterBox, FX_FILTER_BOX_PRIMITIVES)                                                         \
     F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
-    F(Arithmetic, FX_ARITHMETIC_PRIMITIVES)
+    F(Arithmetic, FX_ARITHMETIC_PRIMITIVES)                                                        \
+    F(Logic, FX_LOGIC_PRIMITIVES)
