@@ -4,6 +4,7 @@
 #pragma once
 
 #include "framework/primitives/families/Arithmetic.h"
+#include "framework/primitives/families/Blend.h"
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterSeparable.h"
 #include "framework/primitives/families/Logic.h"
@@ -13,4 +14,5 @@
     F(FilterBox, FX_FILTER_BOX_PRIMITIVES)                                                         \
     F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
     F(Arithmetic, FX_ARITHMETIC_PRIMITIVES)                                                        \
-    F(Logic, FX_LOGIC_PRIMITIVES)
+    F(Logic, FX_LOGIC_PRIMITIVES)                                                                  \
+    F(Blend, FX_BLEND_PRIMITIVES)
