@@ -8,13 +8,12 @@
 
 #include "framework/primitives/families/FXPointRows.h"
 
-#include <algorithm>
 #include <cstddef>
 
 // Every kernel treats a row as one sequence of samples (C1, C3 and C4 alike; AC4 computes the
 // alpha lanes too and puts the destination's alpha back). 8-bit sums, differences and
 // products are exact in 16-bit lanes; quotients are computed in single precision, which is
-// exact for 8-bit samples (see Quotient8).
+// exact here (see Quotient).
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
@@ -40,7 +39,7 @@ inline VU16 Scale(VU16 v, int sf)
     if (sf > 0)
         return RoundShift(v, sf);
     if (sf < 0) // anything above 255 saturates anyway, and 255 << 8 still fits 16 bits
-        return ShiftLeft(Min(v, SplatU16(255)), std::min(-sf, 8));
+        return ShiftLeft(Min(v, SplatU16(255)), -sf < 8 ? -sf : 8);
     return v;
 }
 
@@ -126,41 +125,32 @@ IppStatus Scaled(const T* a, int aStep, const T* b, int bStep, T* d, int dStep, 
 
 // ---------------------------------------------------------------- quotients
 
-// b * 2^-sf / a for 8-bit samples. fl(b / a) * 2^-sf rounded to nearest-even is the exact
-// result rounded halves to even: an exact half is representable and stays exact; any other
-// quotient lies at least 1 / (2a 2^sf) from a half, while the float's relative error 2^-24
-// moves it by less than 256 * 2^-24 / 2^sf (results above 255.5 saturate anyway). a = 0 gives
-// infinity (clamped to 256, saturates) or NaN for 0 / 0 (converts to a negative: 0).
-inline VI32 Quotient8(const Ipp8u* a, const Ipp8u* b, VF32 scale)
+// b * 2^-sf / a, rounded halves to even and saturated, for a kLanes32 chunk: fl(b / a) * 2^-sf
+// rounded to nearest-even is exact. An exact half is representable and stays exact. Any
+// other value v lies at least 1 / (2a 2^sf) from a half (sf >= 0), or 1 / (2a) (sf < 0), while
+// the float's relative error 2^-24 moves it by at most v 2^-24: less, for sf >= 0, as b < 2^23,
+// and for sf < 0 wherever v does not saturate, if the samples are 8-bit (v < 256 <= 2^23 / a).
+// a = 0 gives infinity (clamped, then saturated) or NaN for 0 / 0 (converts to a negative: 0).
+template <class T> VI32 Quotient(const T* a, const T* b, VF32 scale)
 {
     const VF32 q = Mul(Div(ToF32(LoadWiden(b)), ToF32(LoadWiden(a))), scale);
-    return RoundToI32(Min(SplatF32(256.0f), q)); // Min keeps a NaN in its second operand
+    // Min keeps a NaN, its second operand.
+    return RoundToI32(Min(SplatF32(float(kFXSampleMax<T>) + 1.0f), q));
 }
 
-// The same for 16-bit samples with sf = 0: the float quotient is within 0.004 of the exact
-// one, so its rounding q0 is off by at most one; the exact remainder decides. With
-// e = 2 (b - q0 a): up when e > a, or e == a (a half) and q0 is odd; down symmetrically. a = 0
-// keeps 65536 or a negative from the float, which the narrowing saturates.
-inline VI32 Quotient16(const Ipp16u* pa, const Ipp16u* pb)
+// 2^-sf for the quotient kernels; beyond +-30 every result is 0 or saturates (except
+// divisions by zero, which the float's infinity and NaN keep).
+inline VF32 QuotientScale(int scaleFactor)
 {
-    const VI32 a = LoadWiden(pa), b = LoadWiden(pb);
-    const VI32 q0 = RoundToI32(Min(SplatF32(65536.0f), Div(ToF32(b), ToF32(a))));
-    const VI32 r = Sub(b, MulLo(q0, a));
-    const VI32 e = Add(r, r);
-    const VI32 odd = CmpEq(And(q0, SplatI32(1)), SplatI32(1));
-    const VI32 minusA = Sub(SplatI32(0), a);
-    const VI32 up = Or(CmpGt(e, a), And(CmpEq(e, a), odd));
-    const VI32 down = Or(CmpGt(minusA, e), And(CmpEq(e, minusA), odd));
-    return Add(Sub(q0, up), down);
+    const int sf = scaleFactor < -30 ? -30 : scaleFactor > 30 ? 30 : scaleFactor;
+    return SplatF32(sf >= 0 ? 1.0f / float(1u << sf) : float(1u << -sf));
 }
 
 template <TFXLayout L>
 IppStatus Divide(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep,
                  IppiSize roi, int scaleFactor)
 {
-    // Beyond these every result is 0 (or saturates), except divisions by zero.
-    const int sf = std::clamp(scaleFactor, -30, 30);
-    const VF32 scale = SplatF32(sf >= 0 ? 1.0f / float(1u << sf) : float(1u << -sf));
+    const VF32 scale = QuotientScale(scaleFactor);
     const VU8 alpha = AlphaLanes();
     // A zero alpha divisor is no division by zero: AC4 leaves the alpha alone.
     const VU8 colour = L == TFXLayout::AC4 ? Xor(alpha, SplatU8(0xFF)) : SplatU8(0xFF);
@@ -170,28 +160,31 @@ IppStatus Divide(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, Ipp8u* d,
                    zeros = Or(zeros, And(CmpEq(Load(x), SplatU8(0)), colour));
                    constexpr int k = kLanes32;
                    Put<L>(z,
-                          NarrowSat4(Quotient8(x, y, scale), Quotient8(x + k, y + k, scale),
-                                     Quotient8(x + 2 * k, y + 2 * k, scale),
-                                     Quotient8(x + 3 * k, y + 3 * k, scale)),
+                          NarrowSat4(Quotient(x, y, scale), Quotient(x + k, y + k, scale),
+                                     Quotient(x + 2 * k, y + 2 * k, scale),
+                                     Quotient(x + 3 * k, y + 3 * k, scale)),
                           alpha);
                });
     return Any(zeros) ? ippStsDivByZero : ippStsNoErr;
 }
 
+// 16-bit samples scaled up (sf < 0) run the reference: the float is not exact enough there.
 template <TFXLayout L>
 IppStatus Divide(const Ipp16u* a, int aStep, const Ipp16u* b, int bStep, Ipp16u* d, int dStep,
                  IppiSize roi, int scaleFactor)
 {
-    if (scaleFactor != 0)
+    if (scaleFactor < 0)
         return kFXDeclined;
-    VI32 zeros = SplatI32(0);
-    ForEachRow(a, aStep, b, bStep, d, dStep, roi, FXChannels(L),
-               [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
-                   constexpr int k = kLanes32;
-                   zeros = Or(zeros, Or(CmpEq(LoadWiden(x), SplatI32(0)),
-                                        CmpEq(LoadWiden(x + k), SplatI32(0))));
-                   Put<L>(z, NarrowSat2(Quotient16(x, y), Quotient16(x + k, y + k)), VU8{});
-               });
+    const VF32 scale = QuotientScale(scaleFactor);
+    VU16 zeros = SplatU16(0);
+    ForEachRow(
+        a, aStep, b, bStep, d, dStep, roi, FXChannels(L),
+        [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
+            zeros = Or(zeros, CmpEq(Load(x), SplatU16(0)));
+            Put<L>(z,
+                   NarrowSat2(Quotient(x, y, scale), Quotient(x + kLanes32, y + kLanes32, scale)),
+                   VU8{});
+        });
     return Any(zeros) ? ippStsDivByZero : ippStsNoErr;
 }
 
@@ -341,11 +334,12 @@ IppStatus Max(const T* pSrc, int srcStep, IppiSize roiSize, T* pResult)
         for (; i + kLanes<T> <= n; i += kLanes<T>)
             best = Max(best, Load(row + i));
         for (; i < n; ++i)
-            tail = std::max<int>(tail, row[i]);
-        if (std::max(MaxLane(best), tail) == kFXSampleMax<T>)
+            tail = row[i] > tail ? row[i] : tail;
+        if (MaxLane(best) == kFXSampleMax<T> || tail == kFXSampleMax<T>)
             break;
     }
-    *pResult = T(std::max(MaxLane(best), tail));
+    const int vectors = MaxLane(best);
+    *pResult = T(vectors > tail ? vectors : tail);
     return ippStsNoErr;
 }
 

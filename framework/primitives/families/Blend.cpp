@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Blending: argument checks and the family's entry points.
+// Alpha compositing: argument checks and the family's entry points.
 #include "framework/primitives/families/Blend.h"
 
 #include "framework/primitives/FXArgChecks.h"
@@ -31,21 +31,10 @@ IppStatus CheckAlphaPixel(const T* pSrc1, int src1Step, const T* pSrc2, int src2
     return s != ippStsNoErr ? s : CheckAlphaType(alphaType);
 }
 
-// The accumulator's step must hold whole floats.
-template <class T, TFXLayout L>
-IppStatus CheckAccumulate(const T* pSrc, int srcStep, Ipp32f* pSrcDst, int srcDstStep,
-                          IppiSize roiSize, Ipp32f)
-{
-    const int w = roiSize.width;
-    return FXCheckPointArgs(
-        roiSize, {FXImageArg(pSrc, srcStep, w, L), FXImageArg<Ipp32f>(pSrcDst, srcDstStep, w, L)});
-}
-
 } // namespace
 
 template <class T, TFXLayout L> inline constexpr auto CheckAlphaCompC = &CheckAlphaConst<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckAlphaComp = &CheckAlphaPixel<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckAddWeighted = &CheckAccumulate<T, L>;
 
 FX_DEFINE_FAMILY(Blend, FX_BLEND_PRIMITIVES)
 

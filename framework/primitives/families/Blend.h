@@ -1,22 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Blending: compositing two images by constant or per-pixel alpha, and weighted accumulation
-// into a float image: the family's list.
+// Alpha compositing of two images, by constant or per-pixel alpha: the family's list.
 #pragma once
 
 #include "framework/primitives/FXFamily.h"
 
 #include <cstdint>
 
-// X(name, Op, Shape, T, L); see FXFamily.h. For AddWeighted, T is the source's sample type (the
-// accumulator is Ipp32f).
+// X(name, Op, Shape, T, L); see FXFamily.h.
 #define FX_BLEND_PRIMITIVES(X)                                                                     \
     X(ippiAlphaCompC_8u_C1R, AlphaCompC, AlphaConst, Ipp8u, C1)                                    \
     X(ippiAlphaCompC_8u_C3R, AlphaCompC, AlphaConst, Ipp8u, C3)                                    \
     X(ippiAlphaCompC_8u_C4R, AlphaCompC, AlphaConst, Ipp8u, C4)                                    \
     X(ippiAlphaCompC_16u_C1R, AlphaCompC, AlphaConst, Ipp16u, C1)                                  \
-    X(ippiAlphaComp_8u_AC4R, AlphaComp, AlphaPixel, Ipp8u, AC4)                                    \
-    X(ippiAddWeighted_8u32f_C1IR, AddWeighted, AccumulateWeighted, Ipp8u, C1)                      \
-    X(ippiAddWeighted_16u32f_C1IR, AddWeighted, AccumulateWeighted, Ipp16u, C1)
+    X(ippiAlphaComp_8u_AC4R, AlphaComp, AlphaPixel, Ipp8u, AC4)
 
 namespace framix::prim {
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Blending, reference: the definitions the vector kernels are proved against.
+// Alpha compositing, reference: the definitions the vector kernels are proved against.
 #include "framework/primitives/families/Blend.h"
 
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/families/FXPointSamples.h"
 
-#include <cmath>
 #include <cstdint>
 
 namespace framix::prim::ref {
@@ -52,21 +51,6 @@ IppStatus AlphaComp(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, 
                 FXCompositeWeights(alphaType % 6, a[x + 3], b[x + 3], kM);
             d[x + 3] = Composite(plain, kM, kM);
         }
-    }
-    return ippStsNoErr;
-}
-
-// SD + alpha * (S - SD) with one rounding of the product and sum (a fused multiply-add), as
-// IPP's AVX2 and AVX-512 code computes it; no clamping.
-template <class T, TFXLayout L>
-IppStatus AddWeighted(const T* pSrc, int srcStep, Ipp32f* pSrcDst, int srcDstStep, IppiSize roiSize,
-                      Ipp32f alpha)
-{
-    for (int y = 0; y < roiSize.height; ++y) {
-        const T* s = FXRowAt(pSrc, srcStep, y);
-        Ipp32f* sd = FXRowAt(pSrcDst, srcDstStep, y);
-        for (int x = 0; x < roiSize.width; ++x)
-            sd[x] = std::fma(Ipp32f(s[x]) - sd[x], alpha, sd[x]);
     }
     return ippStsNoErr;
 }

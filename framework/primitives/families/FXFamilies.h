@@ -3,6 +3,7 @@
 // expand it. A new family adds one line here (and one fx_add_dispatched_family in CMake).
 #pragma once
 
+#include "framework/primitives/families/Accumulate.h"
 #include "framework/primitives/families/Arithmetic.h"
 #include "framework/primitives/families/Blend.h"
 #include "framework/primitives/families/FilterBox.h"
@@ -15,4 +16,5 @@
     F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
     F(Arithmetic, FX_ARITHMETIC_PRIMITIVES)                                                        \
     F(Logic, FX_LOGIC_PRIMITIVES)                                                                  \
-    F(Blend, FX_BLEND_PRIMITIVES)
+    F(Blend, FX_BLEND_PRIMITIVES)                                                                  \
+    F(Accumulate, FX_ACCUMULATE_PRIMITIVES)

@@ -6,9 +6,9 @@
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXPrimitiveShapes.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
@@ -26,16 +26,18 @@ template <class T, class Vec> void ForEachVector(const T* a, const T* b, T* d, i
         vec(a != nullptr ? a + at : nullptr, b != nullptr ? b + at : nullptr, d + at, at);
     if (at == n)
         return;
-    const int rest = n - at;
-    std::array<T, kL> ta, tb, td;
-    ta.fill(T(1)), tb.fill(T(1)), td.fill(T(1));
+    // Plain arrays and memcpy: no standard template is instantiated with this level's flags.
+    const std::size_t rest = std::size_t(n - at) * sizeof(T);
+    T ta[kL], tb[kL], td[kL];
+    for (int k = 0; k < kL; ++k)
+        ta[k] = tb[k] = td[k] = T(1);
     if (a != nullptr)
-        std::copy_n(a + at, rest, ta.data());
+        std::memcpy(ta, a + at, rest);
     if (b != nullptr)
-        std::copy_n(b + at, rest, tb.data());
-    std::copy_n(d + at, rest, td.data());
-    vec(ta.data(), tb.data(), td.data(), at);
-    std::copy_n(td.data(), rest, d + at);
+        std::memcpy(tb, b + at, rest);
+    std::memcpy(td, d + at, rest);
+    vec(ta, tb, td, at);
+    std::memcpy(d + at, td, rest);
 }
 
 // Every row of the ROI: row y of each image, n = width * channels samples.
@@ -52,10 +54,10 @@ void ForEachRow(const T* a, int aStep, const T* b, int bStep, T* d, int dStep, I
 // Lanes that hold the alpha of AC4 (every fourth byte); vectors always start at a pixel.
 inline VU8 AlphaLanes()
 {
-    std::array<Ipp8u, kVecBytes> bytes{};
-    for (int i = 3; i < kVecBytes; i += 4)
-        bytes[i] = 0xFF;
-    return Load(bytes.data());
+    Ipp8u bytes[kVecBytes];
+    for (int i = 0; i < kVecBytes; ++i)
+        bytes[i] = i % 4 == 3 ? 0xFF : 0;
+    return Load(bytes);
 }
 
 // Stores a result vector; AC4 keeps the destination's alpha bytes.
@@ -84,10 +86,10 @@ template <class T, TFXLayout L> struct TChannelConstants {
     explicit TChannelConstants(const T* value)
     {
         for (int p = 0; p < kPhases; ++p) {
-            std::array<T, kLanes<T>> lanes;
+            T lanes[kLanes<T>];
             for (int k = 0; k < kLanes<T>; ++k)
                 lanes[k] = value[(p + k) % kCh];
-            Phase[p] = Load(lanes.data());
+            Phase[p] = Load(lanes);
         }
     }
     TVec<T> At(int at) const { return Phase[kPhases == 1 ? 0 : at % kPhases]; }

@@ -257,6 +257,10 @@ inline bool Any(VU8 mask)
 {
     return _mm256_testz_si256(mask.V, mask.V) == 0;
 }
+inline bool Any(VU16 mask)
+{
+    return _mm256_testz_si256(mask.V, mask.V) == 0;
+}
 inline bool Any(VI32 mask)
 {
     return _mm256_testz_si256(mask.V, mask.V) == 0;
@@ -318,6 +322,20 @@ inline VU8 NarrowSat4(VI32 a, VI32 b, VI32 c, VI32 d)
 inline VU16 NarrowSat2(VI32 a, VI32 b)
 {
     return {_mm256_permute4x64_epi64(_mm256_packus_epi32(a.V, b.V), 0xD8)};
+}
+
+// Every byte of a 4-byte group becomes the group's last byte (a pixel's alpha, for AC4).
+inline VU8 BroadcastAlpha(VU8 v)
+{
+    const __m256i pattern =
+        _mm256_setr_epi8(3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15, 3, 3, 3, 3, 7, 7,
+                         7, 7, 11, 11, 11, 11, 15, 15, 15, 15);
+    return {_mm256_shuffle_epi8(v.V, pattern)};
+}
+// a where the mask is set, b elsewhere.
+inline VF32 Select(VI32 mask, VF32 a, VF32 b)
+{
+    return {_mm256_blendv_ps(b.V, a.V, _mm256_castsi256_ps(mask.V))};
 }
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -252,6 +252,10 @@ inline bool Any(VU8 mask)
 {
     return _mm512_test_epi8_mask(mask.V, mask.V) != 0;
 }
+inline bool Any(VU16 mask)
+{
+    return _mm512_test_epi16_mask(mask.V, mask.V) != 0;
+}
 inline bool Any(VI32 mask)
 {
     return _mm512_test_epi32_mask(mask.V, mask.V) != 0;
@@ -319,6 +323,19 @@ inline VU16 NarrowSat2(VI32 a, VI32 b)
     const __m512i zero = _mm512_setzero_si512();
     const __m512i v = _mm512_castsi256_si512(_mm512_cvtusepi32_epi16(_mm512_max_epi32(a.V, zero)));
     return {_mm512_inserti64x4(v, _mm512_cvtusepi32_epi16(_mm512_max_epi32(b.V, zero)), 1)};
+}
+
+// Every byte of a 4-byte group becomes the group's last byte (a pixel's alpha, for AC4).
+inline VU8 BroadcastAlpha(VU8 v)
+{
+    const __m512i pattern = _mm512_broadcast_i32x4(
+        _mm_setr_epi8(3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15));
+    return {_mm512_shuffle_epi8(v.V, pattern)};
+}
+// a where the mask is set, b elsewhere.
+inline VF32 Select(VI32 mask, VF32 a, VF32 b)
+{
+    return {_mm512_mask_blend_ps(_mm512_movepi32_mask(mask.V), b.V, a.V)};
 }
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -255,6 +255,10 @@ inline bool Any(VU8 mask)
 {
     return _mm_testz_si128(mask.V, mask.V) == 0;
 }
+inline bool Any(VU16 mask)
+{
+    return _mm_testz_si128(mask.V, mask.V) == 0;
+}
 inline bool Any(VI32 mask)
 {
     return _mm_testz_si128(mask.V, mask.V) == 0;
@@ -308,6 +312,18 @@ inline VU8 NarrowSat4(VI32 a, VI32 b, VI32 c, VI32 d)
 inline VU16 NarrowSat2(VI32 a, VI32 b)
 {
     return {_mm_packus_epi32(a.V, b.V)};
+}
+
+// Every byte of a 4-byte group becomes the group's last byte (a pixel's alpha, for AC4).
+inline VU8 BroadcastAlpha(VU8 v)
+{
+    return {_mm_shuffle_epi8(
+        v.V, _mm_setr_epi8(3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15))};
+}
+// a where the mask is set, b elsewhere.
+inline VF32 Select(VI32 mask, VF32 a, VF32 b)
+{
+    return {_mm_blendv_ps(b.V, a.V, _mm_castsi128_ps(mask.V))};
 }
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -165,6 +165,18 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
         big.KernelAnchor = 2;
     }
     cases.push_back(big);
+    // Point operations: larger images for every compositing type and several scale factors,
+    // so rare roundings (exact halves, estimates corrected by one) occur.
+    if (IsPointShape(p.Shape))
+        for (int k = 0; k < 12; ++k) {
+            TFXCase c = big;
+            c.Roi = {97 + 16 * k, 9};
+            c.Seed = rng();
+            SetPointParameters(c, p, k, 3, rng);
+            c.AlphaType = k;
+            c.ScaleFactor = k % 3 == 0 ? 0 : c.ScaleFactor;
+            cases.push_back(c);
+        }
     return cases;
 }
 
