@@ -50,6 +50,7 @@ std::vector<TFXBenchParams> ParamsFor(TFXShape shape)
         break;
     case TFXShape::AlphaConst:
     case TFXShape::AlphaPixel: {
+        point.Values[1] = 55; // alphas 200 and 55, as a cross-fade has them
         TFXBenchParams second = point;
         point.Label = "over";
         second.Label = shape == TFXShape::AlphaConst ? "plus" : "atop";

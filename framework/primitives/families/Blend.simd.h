@@ -15,7 +15,7 @@
 // Compositing computes (P * A + Q * B) / M^2 rounded to nearest (FXCompositeWeights) in one of
 // three exact ways: weights that are multiples of M in 16-bit lanes (8-bit samples), 8-bit
 // products in single precision (sums below 2^24 are exact and the division is correctly
-// rounded), and for 16-bit samples a float estimate corrected by the exact remainder.
+// rounded), and 16-bit products in double precision.
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
@@ -36,14 +36,29 @@ inline VU16 CompositeByteWeights(VU16 a, VU16 b, VU16 p, VU16 q)
     return RoundDiv255(AddSat(MulLo(a, p), MulLo(b, q)));
 }
 
-// kLanes32 samples: (P A + Q B) / 65025 from float weights. Every product is below 2^24 and
-// so is the sum wherever the result is at most 256 (beyond, it saturates anyway). The
-// correctly rounded quotient is within 2^-17 of the exact one below 256, while the exact one
-// lies at least 1 / 130050 from a half: rounding it to nearest is exact.
+// (P A + Q B) / 65025 from float weights. Every product is below 2^24 and so is the sum
+// wherever the result is at most 256 (beyond, it saturates anyway). The correctly rounded
+// quotient is within 2^-17 of the exact one below 256, while the exact one lies at least
+// 1 / 130050 from a half: rounding it to nearest is exact.
 inline VI32 CompositeFloat(VF32 a, VF32 b, VF32 p, VF32 q)
 {
-    const VF32 n = Add(Mul(a, p), Mul(b, q));
-    return RoundToI32(Min(Div(n, SplatF32(65025.0f)), SplatF32(256.0f)));
+    return RoundToI32(Div(Add(Mul(a, p), Mul(b, q)), SplatF32(65025.0f)));
+}
+
+// The four 32-bit quarters of a vector of bytes, as floats, in the order Narrow4 puts back.
+struct TQuarters {
+    VF32 Q[4];
+    explicit TQuarters(VU8 v)
+    {
+        const VU16 lo = WidenLo(v), hi = WidenHi(v);
+        Q[0] = ToF32(WidenLo(lo)), Q[1] = ToF32(WidenHi(lo));
+        Q[2] = ToF32(WidenLo(hi)), Q[3] = ToF32(WidenHi(hi));
+    }
+};
+
+inline VU8 Narrow4(const VI32 (&r)[4])
+{
+    return NarrowSat(NarrowSat(r[0], r[1]), NarrowSat(r[2], r[3]));
 }
 
 template <TFXLayout L>
@@ -64,47 +79,59 @@ IppStatus CompositeConst8(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, 
     const VF32 p = SplatF32(float(w.P)), q = SplatF32(float(w.Q));
     ForEachRow(a, aStep, b, bStep, d, dStep, roi, channels,
                [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
+                   const TQuarters u(Load(x)), v(Load(y));
                    VI32 r[4];
                    for (int k = 0; k < 4; ++k)
-                       r[k] = CompositeFloat(ToF32(LoadWiden(x + k * kLanes32)),
-                                             ToF32(LoadWiden(y + k * kLanes32)), p, q);
-                   Store(z, NarrowSat4(r[0], r[1], r[2], r[3]));
+                       r[k] = CompositeFloat(u.Q[k], v.Q[k], p, q);
+                   Store(z, Narrow4(r));
                });
     return ippStsNoErr;
 }
 
 // ---------------------------------------------------------------- 16-bit compositing
 
-// (p A + q B) / 65535 with weights p = P / 65535, q = Q / 65535 (every rule with
-// premultiplied colours, and plus). The float estimate is within 0.04 of the exact quotient,
-// so its rounding q0 is off by at most one; d = p A + q B - 65535 q0 is then below 2^31 in
-// size and comes out right from wrapping 32-bit arithmetic. No exact half exists (65535 is
-// odd): up when 2d > 65535, down when 2d < -65535.
-inline VI32 CompositeWordWeights(const Ipp16u* pa, const Ipp16u* pb, VI32 p, VI32 q, VF32 pf,
-                                 VF32 qf)
+// (P A + Q B) / 65535^2 for kLanes32 samples: the products (below 2^48) and their sum are
+// exact in double precision, and the quotient's error (about 2^-52 relative) is far below the
+// exact value's distance from a half (at least 1 / (2 65535^2), and never zero: 65535 is odd).
+inline VI32 CompositeDouble(const Ipp16u* a, const Ipp16u* b, VF64 p, VF64 q, VF64 scale)
 {
-    const VI32 a = LoadWiden(pa), b = LoadWiden(pb);
-    const VF32 estimate = Mul(Add(Mul(ToF32(a), pf), Mul(ToF32(b), qf)), SplatF32(1.0f / 65535));
-    const VI32 q0 = RoundToI32(estimate);
-    const VI32 d = Sub(Add(MulLo(a, p), MulLo(b, q)), MulLo(q0, SplatI32(65535)));
-    const VI32 twice = Add(d, d);
-    return Add(Sub(q0, CmpGt(twice, SplatI32(65535))), CmpGt(SplatI32(-65535), twice));
+    const auto half = [&](int at) {
+        return Mul(Add(Mul(LoadWidenF64(a + at), p), Mul(LoadWidenF64(b + at), q)), scale);
+    };
+    return RoundToI32(half(0), half(kLanes64));
+}
+
+// Weights p = P / 65535, q = Q / 65535 with p + q <= 256 (premultiplied rules and plus with
+// alphas below 256, as a cross-fade uses): p A + q B stays below 2^24, exact in single
+// precision, and its correctly rounded quotient by 65535 rounds to the exact result (the half
+// step of a float below 256 is 2^-17, less than 1 / 131070; checked for every sum).
+inline VI32 CompositeSmallWeights(const Ipp16u* a, const Ipp16u* b, VF32 p, VF32 q)
+{
+    const VF32 n = Add(Mul(ToF32(LoadWiden(a)), p), Mul(ToF32(LoadWiden(b)), q));
+    return RoundToI32(Div(n, SplatF32(65535.0f)));
 }
 
 IppStatus CompositeConst16(const Ipp16u* a, int aStep, const Ipp16u* b, int bStep, Ipp16u* d,
                            int dStep, IppiSize roi, TFXCompositeWeights w)
 {
-    if (w.P % 65535 != 0 || w.Q % 65535 != 0)
-        return kFXDeclined; // weights up to 2^32: the reference's 64-bit products run
-    const int pw = int(w.P / 65535), qw = int(w.Q / 65535);
-    const VI32 p = SplatI32(pw), q = SplatI32(qw);
-    const VF32 pf = SplatF32(float(pw)), qf = SplatF32(float(qw));
-    ForEachRow(
-        a, aStep, b, bStep, d, dStep, roi, 1,
-        [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
-            Store(z, NarrowSat2(CompositeWordWeights(x, y, p, q, pf, qf),
-                                CompositeWordWeights(x + kLanes32, y + kLanes32, p, q, pf, qf)));
-        });
+    constexpr std::uint64_t kM = 65535;
+    if (w.P % kM == 0 && w.Q % kM == 0 && w.P / kM + w.Q / kM <= 256) {
+        const VF32 p = SplatF32(float(w.P / kM)), q = SplatF32(float(w.Q / kM));
+        ForEachRow(a, aStep, b, bStep, d, dStep, roi, 1,
+                   [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
+                       Store(z,
+                             NarrowSat2(CompositeSmallWeights(x, y, p, q),
+                                        CompositeSmallWeights(x + kLanes32, y + kLanes32, p, q)));
+                   });
+        return ippStsNoErr;
+    }
+    const VF64 p = SplatF64(double(w.P)), q = SplatF64(double(w.Q));
+    const VF64 scale = SplatF64(1.0 / double(kM * kM));
+    ForEachRow(a, aStep, b, bStep, d, dStep, roi, 1,
+               [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
+                   Store(z, NarrowSat2(CompositeDouble(x, y, p, q, scale),
+                                       CompositeDouble(x + kLanes32, y + kLanes32, p, q, scale)));
+               });
     return ippStsNoErr;
 }
 
@@ -149,28 +176,22 @@ IppStatus CompositePixels(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, 
                [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
                    const VU8 u = Load(x), v = Load(y);
                    // Samples (255 in the alpha lanes) and each pixel's alphas, lane by lane.
-                   alignas(64) Ipp8u bytes[4 * kVecBytes];
-                   Store(bytes, Select(alphaBytes, SplatU8(255), u));
-                   Store(bytes + kVecBytes, Select(alphaBytes, SplatU8(255), v));
-                   Store(bytes + 2 * kVecBytes, BroadcastAlpha(u));
-                   Store(bytes + 3 * kVecBytes, BroadcastAlpha(v));
+                   const TQuarters sa(Select(alphaBytes, SplatU8(255), u));
+                   const TQuarters sb(Select(alphaBytes, SplatU8(255), v));
+                   const TQuarters alphaA(BroadcastAlpha(u)), alphaB(BroadcastAlpha(v));
                    VI32 r[4];
                    for (int k = 0; k < 4; ++k) {
-                       const Ipp8u* lane = bytes + k * kLanes32;
-                       const VF32 alphaA = ToF32(LoadWiden(lane + 2 * kVecBytes));
-                       const VF32 alphaB = ToF32(LoadWiden(lane + 3 * kVecBytes));
                        VF32 p, q;
-                       PixelWeights<Type>(alphaA, alphaB, p, q);
+                       PixelWeights<Type>(alphaA.Q[k], alphaB.Q[k], p, q);
                        if constexpr (Type >= 6) {
                            VF32 plainP, plainQ;
-                           PixelWeights<Type % 6>(alphaA, alphaB, plainP, plainQ);
+                           PixelWeights<Type % 6>(alphaA.Q[k], alphaB.Q[k], plainP, plainQ);
                            p = Select(alphaLanes, plainP, p);
                            q = Select(alphaLanes, plainQ, q);
                        }
-                       r[k] = CompositeFloat(ToF32(LoadWiden(lane)),
-                                             ToF32(LoadWiden(lane + kVecBytes)), p, q);
+                       r[k] = CompositeFloat(sa.Q[k], sb.Q[k], p, q);
                    }
-                   Store(z, NarrowSat4(r[0], r[1], r[2], r[3]));
+                   Store(z, Narrow4(r));
                });
     return ippStsNoErr;
 }

@@ -338,4 +338,50 @@ inline VF32 Select(VI32 mask, VF32 a, VF32 b)
     return {_mm256_blendv_ps(b.V, a.V, _mm256_castsi256_ps(mask.V))};
 }
 
+// 32-bit halves of 16-bit lanes, zero-extended, in the order NarrowSat(VI32, VI32) puts back
+// (within 128-bit blocks).
+inline VI32 WidenLo(VU16 v)
+{
+    return {_mm256_unpacklo_epi16(v.V, _mm256_setzero_si256())};
+}
+inline VI32 WidenHi(VU16 v)
+{
+    return {_mm256_unpackhi_epi16(v.V, _mm256_setzero_si256())};
+}
+// Undoes WidenLo / WidenHi of 16-bit lanes; values outside 0...65535 saturate.
+inline VU16 NarrowSat(VI32 lo, VI32 hi)
+{
+    return {_mm256_packus_epi32(lo.V, hi.V)};
+}
+
+struct VF64 {
+    __m256d V;
+};
+inline constexpr int kLanes64 = kVecBytes / 8;
+
+inline VF64 SplatF64(double v)
+{
+    return {_mm256_set1_pd(v)};
+}
+// kLanes64 samples, zero-extended and converted exactly.
+inline VF64 LoadWidenF64(const Ipp16u* p)
+{
+    return {_mm256_cvtepi32_pd(
+        _mm_cvtepu16_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p))))};
+}
+inline VF64 Add(VF64 a, VF64 b)
+{
+    return {_mm256_add_pd(a.V, b.V)};
+}
+inline VF64 Mul(VF64 a, VF64 b)
+{
+    return {_mm256_mul_pd(a.V, b.V)};
+}
+// Both halves of a VI32, rounded to nearest (halves to even).
+inline VI32 RoundToI32(VF64 lo, VF64 hi)
+{
+    return {_mm256_inserti128_si256(_mm256_castsi128_si256(_mm256_cvtpd_epi32(lo.V)),
+                                    _mm256_cvtpd_epi32(hi.V), 1)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -326,4 +326,49 @@ inline VF32 Select(VI32 mask, VF32 a, VF32 b)
     return {_mm_blendv_ps(b.V, a.V, _mm_castsi128_ps(mask.V))};
 }
 
+// 32-bit halves of 16-bit lanes, zero-extended, in the order NarrowSat(VI32, VI32) puts back.
+inline VI32 WidenLo(VU16 v)
+{
+    return {_mm_unpacklo_epi16(v.V, _mm_setzero_si128())};
+}
+inline VI32 WidenHi(VU16 v)
+{
+    return {_mm_unpackhi_epi16(v.V, _mm_setzero_si128())};
+}
+// Undoes WidenLo / WidenHi of 16-bit lanes; values outside 0...65535 saturate.
+inline VU16 NarrowSat(VI32 lo, VI32 hi)
+{
+    return {_mm_packus_epi32(lo.V, hi.V)};
+}
+
+struct VF64 {
+    __m128d V;
+};
+inline constexpr int kLanes64 = kVecBytes / 8;
+
+inline VF64 SplatF64(double v)
+{
+    return {_mm_set1_pd(v)};
+}
+// kLanes64 samples, zero-extended and converted exactly.
+inline VF64 LoadWidenF64(const Ipp16u* p)
+{
+    int pair;
+    std::memcpy(&pair, p, 4);
+    return {_mm_cvtepi32_pd(_mm_cvtepu16_epi32(_mm_cvtsi32_si128(pair)))};
+}
+inline VF64 Add(VF64 a, VF64 b)
+{
+    return {_mm_add_pd(a.V, b.V)};
+}
+inline VF64 Mul(VF64 a, VF64 b)
+{
+    return {_mm_mul_pd(a.V, b.V)};
+}
+// Both halves of a VI32, rounded to nearest (halves to even).
+inline VI32 RoundToI32(VF64 lo, VF64 hi)
+{
+    return {_mm_unpacklo_epi64(_mm_cvtpd_epi32(lo.V), _mm_cvtpd_epi32(hi.V))};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -94,6 +94,8 @@ void SetPointParameters(TFXCase& c, const prim::TFXPrimitiveInfo& p, int n, int 
     default:
         break;
     }
+    if (n % 4 == 3) // 8-bit alphas that add up to 255, as a cross-fade uses (any sample type)
+        c.Values[0] %= 256, c.Values[1] = 255 - c.Values[0];
 }
 
 } // namespace
