@@ -119,6 +119,20 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     RecordProperty("differing_samples", std::to_string(differing) + "/" + std::to_string(samples));
 }
 
+// The names a real IPP may bind when FRAMIX_USE_IPP=1: sorted (they are binary-searched), all
+// ours, and exported by the installed IPP.
+TEST(IppVerifiedNames, AreSortedOursAndExported)
+{
+    const auto names = FXRealIppVerifiedNames();
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
+    for (std::string_view name : names)
+        EXPECT_NE(prim::FXFindPrimitive(name), nullptr) << name;
+    if (!FXRealIppLoaded())
+        GTEST_SKIP() << "real Intel IPP not found: exports not checked";
+    for (std::string_view name : names)
+        EXPECT_NE(FXRealIppSymbol(name), nullptr) << name;
+}
+
 INSTANTIATE_TEST_SUITE_P(AllPrimitives, IppDifferential,
                          testing::ValuesIn(FXAllPrimitivePointers()), FXPrimitiveTestName);
 
