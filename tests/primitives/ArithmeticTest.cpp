@@ -2,9 +2,8 @@
 // Arithmetic on tiny images with hand-computed bytes, called through the bound IPP-named
 // variables, and every 8-bit operand pair at every vector level.
 #include "framework/primitives/FXPrimitiveRegistry.h"
-#include "framework/primitives/dispatch/FXPrimitiveLayer.h"
-#include "framework/primitives/dispatch/FXRealIpp.h"
 #include "framework/primitives/dispatch/Fxbasicdispatcher.h"
+#include "tests/primitives/support/FXBoundPrimitivesTest.h"
 
 #include <gtest/gtest.h>
 
@@ -17,15 +16,8 @@ namespace {
 using V8 = std::vector<Ipp8u>;
 using V16 = std::vector<Ipp16u>;
 
-class Arithmetic : public testing::Test {
+class Arithmetic : public TFXBoundPrimitivesTest {
 protected:
-    void SetUp() override
-    {
-        FXStartPrimitiveLayer();
-        if (FXRealIppActive()) // FRAMIX_USE_IPP=1 bound these names to Intel's functions
-            GTEST_SKIP() << "the variables are bound to the real IPP";
-    }
-
     // One row: ipp::name(first, second) into a fresh destination.
     template <class Fn> static V8 Row(Fn fn, const V8& first, const V8& second, int sf = 0)
     {

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Alpha compositing and weighted accumulation with hand-computed values, called through the
 // bound IPP-named variables.
-#include "framework/primitives/dispatch/FXPrimitiveLayer.h"
-#include "framework/primitives/dispatch/FXRealIpp.h"
 #include "framework/primitives/dispatch/Fxbasicdispatcher.h"
+#include "tests/primitives/support/FXBoundPrimitivesTest.h"
 
 #include <gtest/gtest.h>
 
@@ -15,15 +14,7 @@ namespace {
 
 using V8 = std::vector<Ipp8u>;
 
-class Blend : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        FXStartPrimitiveLayer();
-        if (FXRealIppActive()) // FRAMIX_USE_IPP=1 bound these names to Intel's functions
-            GTEST_SKIP() << "the variables are bound to the real IPP";
-    }
-};
+class Blend : public TFXBoundPrimitivesTest {};
 
 // A = 200 with alpha 153 (0.6), B = 100 with alpha 102 (0.4): every rule's value is exact.
 // The colour is not divided by the result's alpha (over gives 136, not 136 / 0.76).

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Bitwise logic on tiny images with hand-computed bytes, called through the bound IPP-named
 // variables.
-#include "framework/primitives/dispatch/FXPrimitiveLayer.h"
-#include "framework/primitives/dispatch/FXRealIpp.h"
 #include "framework/primitives/dispatch/Fxbasicdispatcher.h"
+#include "tests/primitives/support/FXBoundPrimitivesTest.h"
 
 #include <gtest/gtest.h>
 
@@ -14,15 +13,7 @@ namespace {
 
 using V8 = std::vector<Ipp8u>;
 
-class Logic : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        FXStartPrimitiveLayer();
-        if (FXRealIppActive()) // FRAMIX_USE_IPP=1 bound these names to Intel's functions
-            GTEST_SKIP() << "the variables are bound to the real IPP";
-    }
-};
+class Logic : public TFXBoundPrimitivesTest {};
 
 TEST_F(Logic, BitwiseOperationsWorkOnEveryByte)
 {

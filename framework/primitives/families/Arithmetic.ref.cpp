@@ -4,6 +4,7 @@
 
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
+#include "framework/primitives/families/FXPointForms.h"
 #include "framework/primitives/families/FXPointSamples.h"
 
 #include <algorithm>
@@ -121,34 +122,6 @@ IppStatus Div(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDs
 
 // In place: pSrcDst is the second operand (pSrcDst - pSrc, pSrcDst / pSrc).
 template <class T, TFXLayout L>
-IppStatus AddI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Add<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
-IppStatus SubI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Sub<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
-IppStatus MulI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Mul<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
-IppStatus DivI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Div<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
 IppStatus MulCScaleV(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
                      IppiSize roiSize)
 {
@@ -157,23 +130,11 @@ IppStatus MulCScaleV(const T* pSrc, int srcStep, const T* value, T* pDst, int ds
     return ippStsNoErr;
 }
 
-template <class T, TFXLayout L>
-IppStatus MulCScale(const T* pSrc, int srcStep, T value, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return MulCScaleV<T, L>(pSrc, srcStep, &value, pDst, dstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus MulCScaleVI(const T* value, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return MulCScaleV<T, L>(pSrcDst, srcDstStep, value, pSrcDst, srcDstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus MulCScaleI(T value, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return MulCScaleV<T, L>(pSrcDst, srcDstStep, &value, pSrcDst, srcDstStep, roiSize);
-}
+FX_POINT_IN_PLACE_SFS(AddI, Add)
+FX_POINT_IN_PLACE_SFS(SubI, Sub)
+FX_POINT_IN_PLACE_SFS(MulI, Mul)
+FX_POINT_IN_PLACE_SFS(DivI, Div)
+FX_POINT_CONSTANT_FORMS(MulCScale)
 
 template <class T, TFXLayout L>
 IppStatus AbsDiff(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,

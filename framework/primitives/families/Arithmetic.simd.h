@@ -6,6 +6,7 @@
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/simd/FXVec.h"
 
+#include "framework/primitives/families/FXPointForms.h"
 #include "framework/primitives/families/FXPointRows.h"
 
 #include <cstddef>
@@ -257,57 +258,17 @@ IppStatus Div(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDs
 }
 
 template <class T, TFXLayout L>
-IppStatus AddI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Add<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
-IppStatus SubI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Sub<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
-IppStatus MulI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Mul<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
-IppStatus DivI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
-               int scaleFactor)
-{
-    return Div<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize, scaleFactor);
-}
-
-template <class T, TFXLayout L>
 IppStatus MulCScaleV(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
                      IppiSize roiSize)
 {
     return ScaleByFractions<T, L>(pSrc, srcStep, value, pDst, dstStep, roiSize);
 }
 
-template <class T, TFXLayout L>
-IppStatus MulCScale(const T* pSrc, int srcStep, T value, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ScaleByFractions<T, L>(pSrc, srcStep, &value, pDst, dstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus MulCScaleVI(const T* value, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return ScaleByFractions<T, L>(pSrcDst, srcDstStep, value, pSrcDst, srcDstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus MulCScaleI(T value, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return ScaleByFractions<T, L>(pSrcDst, srcDstStep, &value, pSrcDst, srcDstStep, roiSize);
-}
+FX_POINT_IN_PLACE_SFS(AddI, Add)
+FX_POINT_IN_PLACE_SFS(SubI, Sub)
+FX_POINT_IN_PLACE_SFS(MulI, Mul)
+FX_POINT_IN_PLACE_SFS(DivI, Div)
+FX_POINT_CONSTANT_FORMS(MulCScale)
 
 template <class T, TFXLayout L>
 IppStatus AbsDiff(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst, int dstStep,

@@ -2,6 +2,7 @@
 // Bitwise logic, reference: the definitions the vector kernels are proved against.
 #include "framework/primitives/families/Logic.h"
 
+#include "framework/primitives/families/FXPointForms.h"
 #include "framework/primitives/families/FXPointSamples.h"
 
 namespace framix::prim::ref {
@@ -42,23 +43,9 @@ IppStatus Xor(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDs
                          [](T a, T b) { return a ^ b; });
 }
 
-template <class T, TFXLayout L>
-IppStatus AndI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return And<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus OrI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return Or<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus XorI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return Xor<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize);
-}
+FX_POINT_IN_PLACE(AndI, And)
+FX_POINT_IN_PLACE(OrI, Or)
+FX_POINT_IN_PLACE(XorI, Xor)
 
 template <class T, TFXLayout L> IppStatus NotI(T* pSrcDst, int srcDstStep, IppiSize roiSize)
 {

@@ -5,6 +5,7 @@
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/simd/FXVec.h"
 
+#include "framework/primitives/families/FXPointForms.h"
 #include "framework/primitives/families/FXPointRows.h"
 
 // A row is one sequence of bytes (16-bit samples alike); AC4 puts the destination's alpha back.
@@ -55,23 +56,9 @@ IppStatus Xor(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDs
     return Bitwise<T, L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, TXor{});
 }
 
-template <class T, TFXLayout L>
-IppStatus AndI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return And<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus OrI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return Or<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize);
-}
-
-template <class T, TFXLayout L>
-IppStatus XorI(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize)
-{
-    return Xor<T, L>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize);
-}
+FX_POINT_IN_PLACE(AndI, And)
+FX_POINT_IN_PLACE(OrI, Or)
+FX_POINT_IN_PLACE(XorI, Xor)
 
 template <class T, TFXLayout L> IppStatus NotI(T* pSrcDst, int srcDstStep, IppiSize roiSize)
 {
