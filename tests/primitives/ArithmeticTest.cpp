@@ -180,5 +180,36 @@ TEST(ArithmeticLevels, EveryEightBitPairAgreesWithTheReference)
     }
 }
 
+// 16-bit quotients at, just below and just above exact halves, for divisors across the range:
+// where a float quotient is least sure to round right.
+TEST(ArithmeticLevels, SixteenBitQuotientsNearHalvesAgreeWithTheReference)
+{
+    V16 divisor, dividend;
+    for (int a = 2; a < 65536; a = a * 3 / 2 + 1)
+        for (int m : {0, 1, 2, 7, 100, 1000, 30000})
+            for (int d : {-1, 0, 1}) {
+                const long long b = (long long)a * m + a / 2 + d;
+                if (b >= 0 && b <= 65535)
+                    divisor.push_back(Ipp16u(a)), dividend.push_back(Ipp16u(b));
+            }
+    const int n = int(divisor.size());
+    const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive("ippiDiv_16u_C1RSfs");
+    ASSERT_NE(p, nullptr);
+    using TFn = IppStatus (*)(const Ipp16u*, int, const Ipp16u*, int, Ipp16u*, int, IppiSize, int);
+    for (int sf : {0, 1, 3})
+        for (TFXSimdLevel level : {TFXSimdLevel::Sse41, TFXSimdLevel::Avx2, TFXSimdLevel::Avx512}) {
+            if (!FXCpuSupports(level) || !p->Has(level))
+                continue;
+            V16 expected(n), actual(n);
+            const int step = n * 2;
+            reinterpret_cast<TFn>(p->At(TFXSimdLevel::Ref))(
+                divisor.data(), step, dividend.data(), step, expected.data(), step, {n, 1}, sf);
+            ASSERT_EQ(reinterpret_cast<TFn>(p->At(level))(divisor.data(), step, dividend.data(),
+                                                          step, actual.data(), step, {n, 1}, sf),
+                      ippStsNoErr);
+            EXPECT_TRUE(actual == expected) << FXLevelName(level) << ", scale factor " << sf;
+        }
+}
+
 } // namespace
 } // namespace framix::test
