@@ -39,7 +39,7 @@ inline VU16 CompositeByteWeights(VU16 a, VU16 b, VU16 p, VU16 q)
 // (P A + Q B) / 65025 from float weights. Every product is below 2^24 and so is the sum
 // wherever the result is at most 256 (beyond, it saturates anyway). The correctly rounded
 // quotient is within 2^-17 of the exact one below 256, while the exact one lies at least
-// 1 / 130050 from a half: rounding it to nearest is exact.
+// 1 / 130050 from a half: rounding it to nearest is exact (checked for every sum below 2^24).
 inline VI32 CompositeFloat(VF32 a, VF32 b, VF32 p, VF32 q)
 {
     return RoundToI32(Div(Add(Mul(a, p), Mul(b, q)), SplatF32(65025.0f)));
