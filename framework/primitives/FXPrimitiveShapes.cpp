@@ -12,10 +12,25 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
     auto* typed = reinterpret_cast<FXShapeFn<S, T>*>(fn);
     const T* src = static_cast<const T*>(a.Src);
     T* dst = static_cast<T*>(a.Dst);
-    if constexpr (S == TFXShape::MaskFilter)
+    if constexpr (S == TFXShape::MaskFilter) {
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Mask, a.Anchor);
-    else
+    } else if constexpr (S == TFXShape::RowFilter || S == TFXShape::ColumnFilter) {
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Kernel, a.KernelSize, a.KernelAnchor);
+    } else if constexpr (S == TFXShape::ColorConvert) {
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi);
+    } else if constexpr (S == TFXShape::ColorConvertC3P3) {
+        T* planes[kFXPlanes];
+        for (int p = 0; p < kFXPlanes; ++p)
+            planes[p] = static_cast<T*>(a.Planes[p]);
+        return typed(src, a.SrcStep, dst != nullptr ? planes : nullptr, a.DstStep, a.Roi);
+    } else if constexpr (S == TFXShape::ColorConvertP3C3) {
+        const T* planes[kFXPlanes];
+        for (int p = 0; p < kFXPlanes; ++p)
+            planes[p] = static_cast<const T*>(a.Planes[p]);
+        return typed(src != nullptr ? planes : nullptr, a.SrcStep, dst, a.DstStep, a.Roi);
+    } else {
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Twist);
+    }
 }
 
 template <TFXShape S> IppStatus CallShape(TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& a)
@@ -49,7 +64,9 @@ std::string_view FXSampleName(TFXSample sample)
 
 std::string_view FXShapeName(TFXShape shape)
 {
-    constexpr std::array<std::string_view, 3> kNames = {"MaskFilter", "RowFilter", "ColumnFilter"};
+    constexpr std::array<std::string_view, 7> kNames = {
+        "MaskFilter",   "RowFilter",        "ColumnFilter",    "ColorConvert",
+        "ColorConvertC3P3", "ColorConvertP3C3", "ColorTwist"};
     return kNames[static_cast<int>(shape)];
 }
 
@@ -63,6 +80,11 @@ TFXMargins FXShapeMargins(TFXShape shape, const TFXShapeArgs& a)
         return {a.KernelSize - 1 - a.KernelAnchor, 0, a.KernelAnchor, 0};
     case TFXShape::ColumnFilter:
         return {0, a.KernelSize - 1 - a.KernelAnchor, 0, a.KernelAnchor};
+    case TFXShape::ColorConvert:
+    case TFXShape::ColorConvertC3P3:
+    case TFXShape::ColorConvertP3C3:
+    case TFXShape::ColorTwist:
+        return {}; // point operations
     }
     return {};
 }
@@ -76,6 +98,14 @@ IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXSh
         return CallShape<TFXShape::RowFilter>(sample, fn, args);
     case TFXShape::ColumnFilter:
         return CallShape<TFXShape::ColumnFilter>(sample, fn, args);
+    case TFXShape::ColorConvert:
+        return CallShape<TFXShape::ColorConvert>(sample, fn, args);
+    case TFXShape::ColorConvertC3P3:
+        return CallShape<TFXShape::ColorConvertC3P3>(sample, fn, args);
+    case TFXShape::ColorConvertP3C3:
+        return CallShape<TFXShape::ColorConvertP3C3>(sample, fn, args);
+    case TFXShape::ColorTwist:
+        return CallShape<TFXShape::ColorTwist>(sample, fn, args);
     }
     return ippStsBadArgErr;
 }

@@ -4,6 +4,7 @@
 
 #include "framework/primitives/FXIppTypes.h"
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 
@@ -49,6 +50,15 @@ enum class TFXShape : std::uint8_t {
     RowFilter,
     // (pSrc, srcStep, pDst, dstStep, dstRoiSize, pKernel, kernelSize, yAnchor)
     ColumnFilter,
+    // (pSrc, srcStep, pDst, dstStep, roiSize): a pixel-wise conversion between two images of
+    // the same layout
+    ColorConvert,
+    // (pSrc, srcStep, pDst[3], dstStep, roiSize): interleaved source, three destination planes
+    ColorConvertC3P3,
+    // (pSrc[3], srcStep, pDst, dstStep, roiSize): three source planes, interleaved destination
+    ColorConvertP3C3,
+    // (pSrc, srcStep, pDst, dstStep, roiSize, twist[3][4])
+    ColorTwist,
 };
 
 std::string_view FXShapeName(TFXShape shape);
@@ -69,6 +79,34 @@ template <class T> struct TFXShapeSignature<TFXShape::ColumnFilter, T> {
     using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
                          const Ipp32f* pKernel, int kernelSize, int yAnchor);
 };
+
+template <class T> struct TFXShapeSignature<TFXShape::ColorConvert, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ColorConvertC3P3, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst[3], int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ColorConvertP3C3, T> {
+    using Fn = IppStatus(const T* pSrc[3], int srcStep, T* pDst, int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ColorTwist, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                         const Ipp32f twist[3][4]);
+};
+
+// Planes of a planar image side (ColorConvertC3P3, ColorConvertP3C3), one step shared by all.
+inline constexpr int kFXPlanes = 3;
+constexpr int FXSrcPlanes(TFXShape shape)
+{
+    return shape == TFXShape::ColorConvertP3C3 ? kFXPlanes : 1;
+}
+constexpr int FXDstPlanes(TFXShape shape)
+{
+    return shape == TFXShape::ColorConvertC3P3 ? kFXPlanes : 1;
+}
 
 // The exact function type of a primitive of shape S on samples T (IPP's argument list).
 template <TFXShape S, class T> using FXShapeFn = typename TFXShapeSignature<S, T>::Fn;
@@ -93,6 +131,10 @@ struct TFXShapeArgs {
     const Ipp32f* Kernel = nullptr; // RowFilter, ColumnFilter
     int KernelSize = 0;
     int KernelAnchor = 0;
+    // ColorConvertC3P3 (destination) and ColorConvertP3C3 (source): the planes. The plane array
+    // is passed only while Dst (Src) is not null, so a null Dst (Src) passes a null array.
+    std::array<void*, kFXPlanes> Planes{};
+    const Ipp32f (*Twist)[4] = nullptr; // ColorTwist
 };
 
 // How many pixels a primitive reads beyond each edge of its ROI (legacy neighbourhood

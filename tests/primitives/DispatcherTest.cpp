@@ -115,8 +115,14 @@ TEST(PrimitiveRegistry, NamesAreSortedUniqueAndDescribeTheirSignature)
         ASSERT_NE(p.Entry, nullptr) << p.Name;
         ASSERT_TRUE(p.Has(TFXSimdLevel::Ref)) << p.Name;
         // The name spells the sample type and layout the registry claims.
-        const std::string suffix = "_" + std::string(prim::FXSampleName(p.Sample)) + "_" +
-                                   std::string(prim::FXLayoutName(p.Layout)) + "R";
+        // Planar conversions name both sides (C3P3, P3C3).
+        std::string layout(prim::FXLayoutName(p.Layout));
+        if (prim::FXDstPlanes(p.Shape) > 1)
+            layout += "P3";
+        if (prim::FXSrcPlanes(p.Shape) > 1)
+            layout = "P3" + layout;
+        const std::string suffix =
+            "_" + std::string(prim::FXSampleName(p.Sample)) + "_" + layout + "R";
         EXPECT_TRUE(p.Name.ends_with(suffix)) << p.Name << " vs " << suffix;
     }
     EXPECT_EQ(names.size(), all.size());

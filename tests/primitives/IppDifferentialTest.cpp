@@ -20,12 +20,45 @@ using prim::TFXShape;
 
 class IppDifferential : public testing::TestWithParam<const TFXPrimitiveInfo*> {};
 
+// How closely a colour primitive follows the real IPP. IPP converts a row in blocks of `Block`
+// pixels with vector code and the last (width % Block) pixels with scalar code that rounds
+// differently (found by converting the same pixels at different row positions): our results
+// equal the block code's; tail pixels may differ by one. Where IPP's CPU-specific libraries
+// disagree with each other everywhere (the fixed-point conversions), every sample may differ
+// by `Spread`, in at most `Percent` percent of the samples.
+struct TFXColorAgreement {
+    std::string_view Prefix;
+    int Block;   // 0: no exact part
+    int Spread;  // largest difference allowed outside the exact part
+    int Percent; // share of samples allowed to differ
+};
+
+constexpr TFXColorAgreement kColorAgreement[] = {
+    {"ippiRGBToHLS", 8, 1, 100},   {"ippiBGRToHLS", 0, 1, 60},  {"ippiHLSToRGB", 8, 1, 100},
+    {"ippiHLSToBGR", 0, 1, 60},    {"ippiRGBToHSV", 4, 1, 100}, {"ippiHSVToRGB", 1, 1, 100},
+    {"ippiRGBToYUV", 0, 1, 25},    {"ippiYUVToRGB", 0, 2, 50},  {"ippiRGBToYCbCr", 0, 1, 10},
+    {"ippiYCbCrToRGB", 0, 1, 35},  {"ippiRGBToXYZ", 0, 1, 10},  {"ippiXYZToRGB", 0, 1, 10},
+    {"ippiRGBToYCC", 0, 1, 10},    {"ippiYCCToRGB", 0, 1, 35},  {"ippiRGBToLUV", 0, 1, 10},
+    {"ippiLUVToRGB", 0, 1, 10},    {"ippiBGRToLab", 0, 1, 10},  {"ippiLabToBGR", 0, 1, 10},
+    {"ippiGamma", 1, 0, 0},        {"ippiColorTwist", 1, 0, 0},
+};
+
+const TFXColorAgreement* ColorAgreement(std::string_view name)
+{
+    for (const TFXColorAgreement& a : kColorAgreement)
+        if (name.starts_with(a.Prefix))
+            return &a;
+    return nullptr;
+}
+
 TEST_P(IppDifferential, EqualsRealIppByteForByte)
 {
     if (!FXRealIppLoaded())
         GTEST_SKIP() << "real Intel IPP not found (run scripts/install-ipp.sh, or set "
                         "FRAMIX_IPP_DIR): comparison skipped";
     const TFXPrimitiveInfo& p = *GetParam();
+    const TFXColorAgreement* colour = ColorAgreement(p.Name);
+    long outsideBlocks = 0;
     int compared = 0;
     long differing = 0, samples = 0;
     int worst = 0;
@@ -46,7 +79,9 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
         const int sampleBytes = prim::FXSampleBytes(p.Sample);
         for (int y = 0; y < c.Roi.height; ++y)
             for (int x = 0; x < c.Roi.width; ++x)
-                for (int ch = 0; ch < prim::FXChannels(p.Layout); ++ch) {
+                // Modern IPP writes the alpha of AC4 colour conversions (zero); IPP's legacy
+                // functions, and ours, leave it alone: alpha is not compared.
+                for (int ch = 0; ch < prim::FXProcessedChannels(p.Layout); ++ch) {
                     const std::size_t at = images.DstOffset(x, y, ch);
                     int a = ours.Dst[at], b = theirs[at];
                     if (sampleBytes == 2) {
@@ -56,6 +91,12 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
                     ++samples;
                     if (a == b)
                         continue;
+                    if (colour != nullptr &&
+                        (colour->Block == 0 || x >= c.Roi.width / colour->Block * colour->Block)) {
+                        ++outsideBlocks;
+                        worst = std::max(worst, std::abs(a - b));
+                        continue;
+                    }
                     worst = std::max(worst, std::abs(a - b));
                     if (differing++ == 0)
                         first = "pixel (" + std::to_string(x) + "," + std::to_string(y) +
@@ -64,6 +105,16 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
                 }
     }
     EXPECT_GT(compared, 0);
+    if (colour != nullptr) {
+        EXPECT_EQ(differing, 0) << differing << " of " << samples
+                                << " samples inside IPP's vector blocks differ; first at " << first;
+        EXPECT_LE(worst, colour->Spread);
+        EXPECT_LE(outsideBlocks * 100, colour->Percent * samples)
+            << outsideBlocks << " of " << samples << " samples differ";
+        RecordProperty("differing_samples",
+                       std::to_string(outsideBlocks) + "/" + std::to_string(samples));
+        return;
+    }
     if (p.Shape == TFXShape::MaskFilter) {
         EXPECT_EQ(differing, 0) << differing << " of " << samples << " samples differ; first at "
                                 << first;

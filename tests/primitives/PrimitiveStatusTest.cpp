@@ -41,6 +41,22 @@ protected:
         return s;
     }
     bool IsMask() const { return GetParam()->Shape == TFXShape::MaskFilter; }
+    bool HasKernel() const
+    {
+        return GetParam()->Shape == TFXShape::RowFilter ||
+               GetParam()->Shape == TFXShape::ColumnFilter;
+    }
+    bool IsPlanar() const
+    {
+        return prim::FXSrcPlanes(GetParam()->Shape) > 1 || prim::FXDstPlanes(GetParam()->Shape) > 1;
+    }
+    // Bytes per pixel of the source or destination (one sample on a planar side).
+    int PixelBytes(bool source) const
+    {
+        const TFXPrimitiveInfo& p = *GetParam();
+        const int planes = source ? prim::FXSrcPlanes(p.Shape) : prim::FXDstPlanes(p.Shape);
+        return (planes > 1 ? 1 : prim::FXChannels(p.Layout)) * prim::FXSampleBytes(p.Sample);
+    }
     bool IsMedian() const { return GetParam()->Name.find("Median") != std::string_view::npos; }
 };
 
@@ -50,8 +66,14 @@ TEST_P(PrimitiveStatus, NullPointersComeFirst)
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr; }), ippStsNullPtrErr);
     // even when the size is bad too
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Dst = nullptr, a.Roi = {0, 0}; }), ippStsNullPtrErr);
-    if (!IsMask())
+    if (HasKernel())
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Kernel = nullptr; }), ippStsNullPtrErr);
+    if (GetParam()->Shape == TFXShape::ColorTwist)
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Twist = nullptr; }), ippStsNullPtrErr);
+    if (IsPlanar())
+        for (int p = 0; p < prim::kFXPlanes; ++p)
+            EXPECT_EQ(Call([p](TFXShapeArgs& a) { a.Planes[p] = nullptr; }), ippStsNullPtrErr)
+                << "plane " << p;
 }
 
 TEST_P(PrimitiveStatus, NonPositiveRoiIsASizeError)
@@ -64,11 +86,12 @@ TEST_P(PrimitiveStatus, NonPositiveRoiIsASizeError)
 
 TEST_P(PrimitiveStatus, StepsSmallerThanARowAreStepErrors)
 {
-    const int pixelBytes =
-        prim::FXChannels(GetParam()->Layout) * prim::FXSampleBytes(GetParam()->Sample);
+    const int pixelBytes = PixelBytes(true);
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.SrcStep = 0; }), ippStsStepErr);
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.DstStep = -a.DstStep; }), ippStsStepErr);
-    EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.DstStep = 4 * pixelBytes - 1; }), ippStsStepErr);
+    EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.DstStep = 4 * PixelBytes(false) - 1; }),
+              ippStsStepErr);
+    EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.SrcStep = 4 * pixelBytes - 1; }), ippStsStepErr);
     if (GetParam()->Shape == TFXShape::RowFilter) // the source row must hold the kernel's reach
         EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.SrcStep = 6 * pixelBytes - 1; }), ippStsStepErr);
 }
@@ -84,7 +107,7 @@ TEST_P(PrimitiveStatus, BadMasksAndAnchorsAreRejected)
                       a.Mask = {2, 3}, a.Anchor = {0, 1};
                   }),
                   IsMedian() ? ippStsMaskSizeErr : ippStsNoErr);
-    } else {
+    } else if (HasKernel()) {
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.KernelSize = 0; }), ippStsSizeErr);
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.KernelAnchor = 3; }), ippStsAnchorErr);
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.KernelAnchor = -1; }), ippStsAnchorErr);

@@ -5,10 +5,17 @@
 
 #include "framework/primitives/dispatch/FXDispatcherModule.h"
 #include "framework/primitives/dispatch/FXIppPointers.h"
+#include "framework/primitives/families/ColorConvert.h"
+#include "framework/primitives/families/ColorConvertBack.h"
+#include "framework/primitives/families/ColorTwist.h"
 #include "framework/primitives/families/FilterBox.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
-#define FX_FXDISPATCHER_VARIABLES(V) FX_FILTER_BOX_PRIMITIVES(V)
+#define FX_FXDISPATCHER_VARIABLES(V)                                                               \
+    FX_FILTER_BOX_PRIMITIVES(V)                                                                    \
+    FX_COLOR_CONVERT_PRIMITIVES(V)                                                                 \
+    V(ippiHLSToBGR_8u_P3C3R)                                                                       \
+    FX_COLOR_TWIST_PRIMITIVES(V)
 
 namespace framix::ipp {
 FX_FXDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

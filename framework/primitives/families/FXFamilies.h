@@ -5,8 +5,14 @@
 
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterSeparable.h"
+#include "framework/primitives/families/ColorConvert.h"
+#include "framework/primitives/families/ColorConvertBack.h"
+#include "framework/primitives/families/ColorTwist.h"
 
 // F(Family, X-list macro)
 #define FX_PRIMITIVE_FAMILIES(F)                                                                   \
     F(FilterBox, FX_FILTER_BOX_PRIMITIVES)                                                         \
-    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)
+    F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
+    F(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)                                                   \
+    F(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)                                          \
+    F(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)

@@ -22,7 +22,8 @@ inline bool FXRealIppLoaded()
     return FXRealIppSymbol("ippInit") != nullptr && FXRealIppSymbol("ippiGetLibVersion") != nullptr;
 }
 
-// IPP 9.0 removed the legacy box, rank and separable filters. Their replacements:
+// Functions modern IPP still exports unchanged (the colour conversions, twist, gamma) are
+// called directly. IPP 9.0 removed the legacy box, rank and separable filters. Their replacements:
 // - box, min, max, median: ippiFilter<Op>Border_<type>_<layout> with ippBorderInMem (reads the
 //   source outside the ROI as the legacy functions did) and a centred mask ((size - 1) / 2); a
 //   legacy anchor becomes a shift of the source pointer;
@@ -41,6 +42,11 @@ public:
         const int pixelBytes = channels * prim::FXSampleBytes(p.Sample);
         const auto* src = static_cast<const Ipp8u*>(args.Src);
         const std::string suffix(p.Name.substr(p.Name.find('_')));
+        if (SameArguments(p.Shape)) {
+            FDirect = Symbol<prim::TFXAnyFn>(std::string(p.Name));
+            FReady = FDirect != nullptr;
+            return;
+        }
         if (p.Shape == prim::TFXShape::MaskFilter) {
             const std::string op(p.Name.substr(0, p.Name.find('_')));
             FMask = Symbol<TMaskFilter>(op + "Border" + suffix);
@@ -84,6 +90,8 @@ public:
     // IPP's status (modern numbering); writes args.Dst.
     int Run()
     {
+        if (FDirect != nullptr)
+            return prim::FXCallShape(FPrim.Shape, FPrim.Sample, FDirect, FArgs);
         const Ipp8u zeros[8] = {};
         if (FPrim.Shape == prim::TFXShape::MaskFilter)
             return FMask(FSrc, FArgs.SrcStep, FArgs.Dst, FArgs.DstStep, FArgs.Roi, FArgs.Mask,
@@ -108,6 +116,13 @@ private:
     using TKernelFilter = int (*)(const void*, int, void*, int, IppiSize, int, const void*,
                                   const void*, Ipp8u*);
 
+    // Shapes whose functions modern IPP still exports under the same name and arguments.
+    static bool SameArguments(prim::TFXShape shape)
+    {
+        return shape == prim::TFXShape::ColorConvert || shape == prim::TFXShape::ColorConvertC3P3 ||
+               shape == prim::TFXShape::ColorConvertP3C3 || shape == prim::TFXShape::ColorTwist;
+    }
+
     template <class Fn> static Fn Symbol(const std::string& name)
     {
         return reinterpret_cast<Fn>(FXRealIppSymbol(name));
@@ -118,6 +133,7 @@ private:
     const Ipp8u* FSrc = nullptr;
     TMaskFilter FMask = nullptr;
     TKernelFilter FKernel = nullptr;
+    prim::TFXAnyFn FDirect = nullptr;
     std::vector<Ipp8u> FSpec, FBuffer;
     bool FReady = false;
 };

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -23,6 +24,7 @@ struct TFXCase {
     int SrcPad = 0;         // bytes after each source row but the last
     int DstPad = 0;         // bytes after each destination row but the last
     prim::TFXMargins Extra; // source pixels beyond what the primitive reads
+    std::array<std::array<Ipp32f, 4>, 3> Twist{}; // ColorTwist
     std::uint32_t Seed = 1;
 
     std::string Describe() const;
@@ -54,24 +56,32 @@ public:
     std::vector<Ipp8u> Fresh() const { return FDstInit; }
     // The first byte outside the ROI rows that differs from the sentinel, or -1.
     long FirstDamagedGuard(const std::vector<Ipp8u>& dst) const;
-    // Offset of destination pixel (x, y) channel c in the allocation.
+    // Offset of destination pixel (x, y) channel c in the allocation (planar destinations: of
+    // plane c).
     std::size_t DstOffset(int x, int y, int c) const;
 
     const prim::TFXPrimitiveInfo& Prim() const { return FPrim; }
     int SrcStep() const { return FSrcStep; }
     int DstStep() const { return FDstStep; }
-    const Ipp8u* SrcRoi() const { return FSrcRoi; }
+    const Ipp8u* SrcRoi() const { return FSrcRoi[0]; }
 
 private:
+    // Start of destination plane p (0 for interleaved destinations) in the allocation.
+    std::size_t DstPlaneStart(int p) const;
+
     const prim::TFXPrimitiveInfo& FPrim;
     TFXCase FCase;
-    int FPixelBytes = 0;
+    int FSrcPixelBytes = 0;
+    int FDstPixelBytes = 0;
     int FSrcStep = 0;
     int FDstStep = 0;
     std::size_t FSrcSize = 0;
-    std::unique_ptr<Ipp8u[]> FSrc; // exact size: ASan sees any read past it
-    const Ipp8u* FSrcRoi = nullptr;
-    std::vector<Ipp8u> FDstInit;
+    std::size_t FDstPlaneBytes = 0;
+    // One allocation per source plane, each of exact size: ASan sees any read past it.
+    std::array<std::unique_ptr<Ipp8u[]>, prim::kFXPlanes> FSrc;
+    std::array<const Ipp8u*, prim::kFXPlanes> FSrcRoi{};
+    std::vector<Ipp8u> FDstInit; // guard, plane, guard [, plane, guard, plane, guard]
+    Ipp32f FTwist[3][4]{};
 };
 
 inline constexpr int kFXGuardBytes = 64;
