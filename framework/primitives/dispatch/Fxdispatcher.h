@@ -6,14 +6,17 @@
 #include "framework/primitives/dispatch/FXDispatcherModule.h"
 #include "framework/primitives/dispatch/FXIppPointers.h"
 #include "framework/primitives/families/ColorConvert.h"
-#include "framework/primitives/families/ColorConvertBack.h"
+#include "framework/primitives/families/ColorHls.h"
 #include "framework/primitives/families/ColorTwist.h"
 #include "framework/primitives/families/FilterBox.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
 #define FX_FXDISPATCHER_VARIABLES(V)                                                               \
     FX_FILTER_BOX_PRIMITIVES(V)                                                                    \
+    V(ippiRGBToHLS_8u_C3R)                                                                         \
+    V(ippiRGBToHLS_8u_AC4R)                                                                        \
     FX_COLOR_CONVERT_PRIMITIVES(V)                                                                 \
+    V(ippiBGRToHLS_8u_C3P3R)                                                                       \
     V(ippiHLSToBGR_8u_P3C3R)                                                                       \
     FX_COLOR_TWIST_PRIMITIVES(V)
 

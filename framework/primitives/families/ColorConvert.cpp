@@ -6,7 +6,6 @@
 
 namespace framix::prim {
 
-template <class T, TFXLayout L> inline constexpr auto CheckRGBToHLS = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckRGBToHSV = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckRGBToLUV = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckRGBToXYZ = &FXCheckColorConvert<T, L>;
@@ -15,8 +14,6 @@ template <class T, TFXLayout L>
 inline constexpr auto CheckRGBToYCbCr = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckRGBToYUV = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckBGRToLab = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L>
-inline constexpr auto CheckBGRToHLS = &FXCheckColorConvertC3P3<T, L>;
 
 FX_DEFINE_FAMILY(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
 

@@ -5,6 +5,8 @@
 // results; docs/primitives.md records how closely.
 #include "framework/primitives/families/ColorConvert.h"
 
+#include "framework/primitives/families/ColorHls.h"
+
 #include "framework/primitives/families/FXColorPixels.h"
 
 #include <algorithm>
@@ -13,34 +15,6 @@
 
 namespace framix::prim::ref {
 namespace {
-
-// Hue of a chromatic pixel in 8-bit units (255 = 360 degrees): 42.5 per sextant, the offset
-// within the sextant through the reciprocal estimate of the spread.
-Ipp8u Hue(int sextant, int numerator, int spread)
-{
-    float h = (float(sextant) + float(numerator) * FXReciprocalEstimate(spread)) * 42.5f;
-    if (h < 0.0f)
-        h += 255.0f;
-    return FXColorSample(h);
-}
-
-// Lightness is the exact mean, halves to even; saturation the spread over the sum (or over its
-// complement to 510 above mid-grey), both through the reciprocal estimate. When two channels
-// share the maximum, red's formula wins over green's and green's over blue's.
-TFXColor HlsFromRgb(int r, int g, int b)
-{
-    const int hi = std::max({r, g, b}), lo = std::min({r, g, b});
-    const int spread = hi - lo, sum = hi + lo;
-    const Ipp8u l = FXColorSample(float(sum) * 0.5f);
-    if (spread == 0)
-        return {0, l, 0};
-    const int den = sum <= 255 ? sum : 510 - sum;
-    const Ipp8u s = FXColorSample(float(spread * 255) * FXReciprocalEstimate(den));
-    const Ipp8u h = r == hi   ? Hue(0, g - b, spread)
-                    : g == hi ? Hue(2, b - r, spread)
-                              : Hue(4, r - g, spread);
-    return {h, l, s};
-}
 
 // Value is the maximum; saturation the spread over it. Ties between maxima are broken
 // cyclically here (red over green, green over blue, blue over red), unlike HLS.
@@ -51,9 +25,9 @@ TFXColor HsvFromRgb(int r, int g, int b)
     if (spread == 0)
         return {0, 0, Ipp8u(hi)};
     const Ipp8u s = FXColorSample(float(spread * 255) * FXReciprocalEstimate(hi));
-    const Ipp8u h = r >= g && r > b   ? Hue(0, g - b, spread)
-                    : g >= b && g > r ? Hue(2, b - r, spread)
-                                      : Hue(4, r - g, spread);
+    const Ipp8u h = r >= g && r > b   ? FXColorHue(0, g - b, spread)
+                    : g >= b && g > r ? FXColorHue(2, b - r, spread)
+                                      : FXColorHue(4, r - g, spread);
     return {h, s, Ipp8u(hi)};
 }
 
@@ -147,12 +121,6 @@ TFXColor LabFromBgr(int b, int g, int r)
 } // namespace
 
 template <class T, TFXLayout L>
-IppStatus RGBToHLS(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roiSize, HlsFromRgb);
-}
-
-template <class T, TFXLayout L>
 IppStatus RGBToHSV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
     return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roiSize, HsvFromRgb);
@@ -192,14 +160,6 @@ template <class T, TFXLayout L>
 IppStatus BGRToLab(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
     return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roiSize, LabFromBgr);
-}
-
-// Planes H, L, S from BGR pixels.
-template <class T, TFXLayout L>
-IppStatus BGRToHLS(const T* pSrc, int srcStep, T* pDst[3], int dstStep, IppiSize roiSize)
-{
-    return FXConvertPixelsToPlanes(pSrc, srcStep, pDst, dstStep, roiSize,
-                                   [](int b, int g, int r) { return HlsFromRgb(r, g, b); });
 }
 
 FX_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)

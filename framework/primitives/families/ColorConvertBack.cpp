@@ -6,7 +6,6 @@
 
 namespace framix::prim {
 
-template <class T, TFXLayout L> inline constexpr auto CheckHLSToRGB = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckHSVToRGB = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckYUVToRGB = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckXYZToRGB = &FXCheckColorConvert<T, L>;
@@ -15,8 +14,6 @@ template <class T, TFXLayout L>
 inline constexpr auto CheckYCbCrToRGB = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckLUVToRGB = &FXCheckColorConvert<T, L>;
 template <class T, TFXLayout L> inline constexpr auto CheckLabToBGR = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L>
-inline constexpr auto CheckHLSToBGR = &FXCheckColorConvertP3C3<T, L>;
 
 FX_DEFINE_FAMILY(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
 

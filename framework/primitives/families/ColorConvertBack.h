@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Colour conversion from other colour spaces back to RGB (or BGR): the family's list.
+// Colour conversion from other colour spaces but HLS back to RGB (or BGR): the family's list.
 #pragma once
 
 #include "framework/primitives/FXFamily.h"
 
-// X(name, Op, Shape, T, L); see FXFamily.h. The first fifteen, in this order, are the variables
-// of the module Fxconvdispatcher.
-#define FX_COLOR_CONVERT_BACK_TO_RGB_PRIMITIVES(X)                                                 \
-    X(ippiHLSToRGB_8u_C3R, HLSToRGB, ColorConvert, Ipp8u, C3)                                      \
-    X(ippiHLSToRGB_8u_AC4R, HLSToRGB, ColorConvert, Ipp8u, AC4)                                    \
+// X(name, Op, Shape, T, L); see FXFamily.h.
+#define FX_COLOR_CONVERT_BACK_PRIMITIVES(X)                                                        \
     X(ippiHSVToRGB_8u_C3R, HSVToRGB, ColorConvert, Ipp8u, C3)                                      \
     X(ippiHSVToRGB_8u_AC4R, HSVToRGB, ColorConvert, Ipp8u, AC4)                                    \
     X(ippiYUVToRGB_8u_C3R, YUVToRGB, ColorConvert, Ipp8u, C3)                                      \
@@ -23,9 +20,6 @@
     X(ippiLUVToRGB_8u_AC4R, LUVToRGB, ColorConvert, Ipp8u, AC4)                                    \
     X(ippiLabToBGR_8u_C3R, LabToBGR, ColorConvert, Ipp8u, C3)
 
-#define FX_COLOR_CONVERT_BACK_PRIMITIVES(X)                                                        \
-    FX_COLOR_CONVERT_BACK_TO_RGB_PRIMITIVES(X)                                                     \
-    X(ippiHLSToBGR_8u_P3C3R, HLSToBGR, ColorConvertP3C3, Ipp8u, C3)
 
 namespace framix::prim {
 const TFXFamily& ColorConvertBackFamily();

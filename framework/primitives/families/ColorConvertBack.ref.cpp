@@ -11,40 +11,6 @@
 namespace framix::prim::ref {
 namespace {
 
-// One channel of HLS -> RGB: hue h in degrees, shifted by the channel's 120 degrees.
-float HlsChannel(float h, float m1, float m2)
-{
-    if (h >= 360.0f)
-        h -= 360.0f;
-    else if (h < 0.0f)
-        h += 360.0f;
-    if (h < 60.0f)
-        return m1 + (m2 - m1) * (h / 60.0f);
-    if (h < 180.0f)
-        return m2;
-    if (h < 240.0f)
-        return m1 + (m2 - m1) * ((240.0f - h) / 60.0f);
-    return m1;
-}
-
-// Single precision throughout, in this order (lightness scaled by the reciprocal of 255,
-// saturation divided by 255), each channel rounded to nearest, halves to even.
-TFXColor RgbFromHls(int h8, int l8, int s8)
-{
-    const float l = float(l8) * (1.0f / 255.0f);
-    if (s8 == 0) {
-        const Ipp8u grey = FXColorSample(l * 255.0f);
-        return {grey, grey, grey};
-    }
-    const float s = float(s8) / 255.0f;
-    const float h = float(h8) * float(360.0 / 255.0);
-    const float m2 = l <= 0.5f ? l + l * s : l + s - l * s;
-    const float m1 = 2.0f * l - m2;
-    return {FXColorSample(HlsChannel(h + 120.0f, m1, m2) * 255.0f),
-            FXColorSample(HlsChannel(h, m1, m2) * 255.0f),
-            FXColorSample(HlsChannel(h - 120.0f, m1, m2) * 255.0f)};
-}
-
 // Value stays on the 8-bit scale; the sextant and its fraction come from the hue in degrees.
 TFXColor RgbFromHsv(int h8, int s8, int v8)
 {
@@ -152,12 +118,6 @@ TFXColor BgrFromLab(int l8, int a8, int b8)
 } // namespace
 
 template <class T, TFXLayout L>
-IppStatus HLSToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roiSize, RgbFromHls);
-}
-
-template <class T, TFXLayout L>
 IppStatus HSVToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
     return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roiSize, RgbFromHsv);
@@ -197,16 +157,6 @@ template <class T, TFXLayout L>
 IppStatus LabToBGR(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
     return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roiSize, BgrFromLab);
-}
-
-// Planes H, L, S to BGR pixels.
-template <class T, TFXLayout L>
-IppStatus HLSToBGR(const T* pSrc[3], int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return FXConvertPlanesToPixels(pSrc, srcStep, pDst, dstStep, roiSize, [](int h, int l, int s) {
-        const TFXColor rgb = RgbFromHls(h, l, s);
-        return TFXColor{rgb[2], rgb[1], rgb[0]};
-    });
 }
 
 FX_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)

@@ -5,6 +5,7 @@
 
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
+#include "framework/primitives/families/ColorHls.h"
 #include "framework/primitives/FXPrimitiveShapes.h"
 
 #include <array>
@@ -29,6 +30,16 @@ inline Ipp8u FXFixedSum(int w0, int w1, int w2, int a, int b, int c, int bias)
 }
 
 inline constexpr int kFXFixedHalf = 1 << 15;
+
+// Hue of a chromatic pixel in 8-bit units (255 = 360 degrees), as HLS and HSV compute it: 42.5
+// per sextant, the offset within the sextant through the reciprocal estimate of the spread.
+inline Ipp8u FXColorHue(int sextant, int numerator, int spread)
+{
+    float h = (float(sextant) + float(numerator) * FXReciprocalEstimate(spread)) * 42.5f;
+    if (h < 0.0f)
+        h += 255.0f;
+    return FXColorSample(h);
+}
 
 // dst pixel = convert(src pixel's samples 0, 1, 2), both of layout L.
 template <TFXLayout L, class Convert>

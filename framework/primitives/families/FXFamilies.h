@@ -7,6 +7,7 @@
 #include "framework/primitives/families/FilterSeparable.h"
 #include "framework/primitives/families/ColorConvert.h"
 #include "framework/primitives/families/ColorConvertBack.h"
+#include "framework/primitives/families/ColorHls.h"
 #include "framework/primitives/families/ColorTwist.h"
 
 // F(Family, X-list macro)
@@ -15,4 +16,5 @@
     F(FilterSeparable, FX_FILTER_SEPARABLE_PRIMITIVES)                                             \
     F(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)                                                   \
     F(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)                                          \
+    F(ColorHls, FX_COLOR_HLS_PRIMITIVES)                                                           \
     F(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)

@@ -13,6 +13,8 @@
 //     SplatF32, ToF32, Add, Mul, Div, Max, Min (Max/Min return the second operand when the
 //     first is NaN), TruncToI32, RoundToI32 (halves to even)
 //     StoreNarrow(Ipp8u*|Ipp16u*, VI32)       kLanes32 samples, saturated
+//     LoadF32, StoreF32, Sub(VF32), CmpGt(VF32, VF32) -> VI32 mask, Select(mask, a, b) on VI32
+//     and VF32 (a where the mask lane is all ones), Lookup(const Ipp32f* table, VI32 index)
 // Everything is lane-count agnostic: kernels loop in steps of the lane count and never assume
 // a width.
 #if defined(FX_SIMD_LEVEL_SSE41)
