@@ -20,6 +20,10 @@ using prim::TFXShape;
 
 constexpr IppiSize kFrame{1920, 1080};
 
+// A colour twist that mixes every channel and saturates some pixels.
+constexpr Ipp32f kTwist[3][4] = {
+    {0.9f, 0.2f, -0.1f, 4.0f}, {-0.2f, 1.1f, 0.1f, -3.0f}, {0.1f, -0.3f, 1.2f, 10.0f}};
+
 // One parameter set of a shape, as it appears in the benchmark name.
 struct TFXBenchParams {
     std::string Label;
@@ -33,6 +37,8 @@ std::vector<TFXBenchParams> ParamsFor(TFXShape shape)
 {
     if (shape == TFXShape::MaskFilter)
         return {{"mask:3x3", {3, 3}, {1, 1}, {}, 0}, {"mask:5x5", {5, 5}, {2, 2}, {}, 0}};
+    if (shape != TFXShape::RowFilter && shape != TFXShape::ColumnFilter)
+        return {{"pixels", {1, 1}, {0, 0}, {}, 0}}; // point operations
     return {{"kernel:5", {1, 1}, {0, 0}, {0.0625f, 0.25f, 0.375f, 0.25f, 0.0625f}, 2}};
 }
 
@@ -49,23 +55,30 @@ public:
         FArgs.KernelAnchor = params.KernelAnchor;
         FKernel = params.Kernel;
         FArgs.Kernel = FKernel.data();
+        FArgs.Twist = kTwist;
         const prim::TFXMargins m = prim::FXShapeMargins(p.Shape, FArgs);
         const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
-        const int srcRow = (kFrame.width + m.Left + m.Right) * pixelBytes;
+        // Planar sides: three planes of one sample per pixel, stacked in one allocation.
+        const int srcPlanes = prim::FXSrcPlanes(p.Shape), dstPlanes = prim::FXDstPlanes(p.Shape);
+        const int srcPixel = srcPlanes > 1 ? 1 : pixelBytes, dstPixel = dstPlanes > 1 ? 1 : pixelBytes;
+        const int srcRow = (kFrame.width + m.Left + m.Right) * srcPixel;
         FArgs.SrcStep = (srcRow + 63) / 64 * 64;
-        FArgs.DstStep = (kFrame.width * pixelBytes + 63) / 64 * 64;
-        const std::size_t srcBytes =
-            std::size_t(FArgs.SrcStep) * (kFrame.height + m.Top + m.Bottom);
+        FArgs.DstStep = (kFrame.width * dstPixel + 63) / 64 * 64;
+        const std::size_t srcPlane = std::size_t(FArgs.SrcStep) * (kFrame.height + m.Top + m.Bottom);
+        const std::size_t dstPlane = std::size_t(FArgs.DstStep) * kFrame.height;
+        const std::size_t srcBytes = srcPlane * srcPlanes;
         FSrc.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, srcBytes)));
-        FDst.reset(static_cast<Ipp8u*>(
-            std::aligned_alloc(64, std::size_t(FArgs.DstStep) * kFrame.height)));
+        FDst.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, dstPlane * dstPlanes)));
         std::mt19937 rng(7);
         for (std::size_t i = 0; i < srcBytes; ++i)
             FSrc.get()[i] = Ipp8u(rng());
-        std::memset(FDst.get(), 0, std::size_t(FArgs.DstStep) * kFrame.height);
+        std::memset(FDst.get(), 0, dstPlane * dstPlanes);
         FArgs.Src =
-            FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * pixelBytes;
+            FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * srcPixel;
         FArgs.Dst = FDst.get();
+        for (int k = 0; k < prim::kFXPlanes; ++k)
+            FArgs.Planes[k] = srcPlanes > 1 ? FSrc.get() + k * srcPlane
+                                            : FDst.get() + (dstPlanes > 1 ? k * dstPlane : 0);
         FBytes = 2.0 * double(kFrame.width) * kFrame.height * pixelBytes; // read + written
     }
 
