@@ -13,8 +13,33 @@
 namespace framix {
 namespace {
 
-// Keep sorted: FXRealIppVerified searches it.
-constexpr std::array<std::string_view, 0> kVerifiedNames = {};
+// Keep sorted: FXRealIppVerified searches it. The colour conversions, twist and gamma keep their
+// legacy argument lists; their AC4R forms are left out because modern IPP writes the alpha
+// channel that the legacy functions leave alone.
+constexpr std::array<std::string_view, 21> kVerifiedNames = {
+    "ippiBGRToHLS_8u_C3P3R",
+    "ippiBGRToLab_8u_C3R",
+    "ippiColorTwist32f_8u_C3R",
+    "ippiGammaFwd_8u_C3R",
+    "ippiGammaInv_8u_C3R",
+    "ippiHLSToBGR_8u_P3C3R",
+    "ippiHLSToRGB_8u_C3R",
+    "ippiHSVToRGB_8u_C3R",
+    "ippiLUVToRGB_8u_C3R",
+    "ippiLabToBGR_8u_C3R",
+    "ippiRGBToHLS_8u_C3R",
+    "ippiRGBToHSV_8u_C3R",
+    "ippiRGBToLUV_8u_C3R",
+    "ippiRGBToXYZ_8u_C3R",
+    "ippiRGBToYCC_8u_C3R",
+    "ippiRGBToYCbCr_8u_C3R",
+    "ippiRGBToYUV_8u_C3R",
+    "ippiXYZToRGB_8u_C3R",
+    "ippiYCCToRGB_8u_C3R",
+    "ippiYCbCrToRGB_8u_C3R",
+    "ippiYUVToRGB_8u_C3R"
+
+};
 
 std::string Narrow(const wchar_t* name)
 {
