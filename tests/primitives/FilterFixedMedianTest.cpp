@@ -128,8 +128,9 @@ TEST_F(FilterFixedMedian, ColourMedianTiesGoToTheFirstInRowOrder)
     const std::array<std::array<int, 3>, 3> colours = {{{10, 0, 0}, {0, 10, 0}, {0, 0, 10}}};
     for (int first = 0; first < 3; ++first) {
         // the mask around (1 mod 3, 0): rows -1, 0, 1 each hold the colours first, first+1, ...
+        // (y + 4, not y + 1: the same colour, and no negative index on the frame's row -2)
         const auto tile = [&](int x, int y, int c) {
-            const int k = ((x + 30) % 3 + y + 1 + first) % 3;
+            const int k = ((x + 30) % 3 + y + 4 + first) % 3;
             return colours[k][c];
         };
         const TFXTile<Ipp8u, 4> src(
