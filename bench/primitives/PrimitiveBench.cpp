@@ -22,6 +22,10 @@ using prim::TFXShape;
 
 constexpr IppiSize kFrame{1920, 1080};
 
+// A colour twist that mixes every channel and saturates some pixels.
+constexpr Ipp32f kTwist[3][4] = {
+    {0.9f, 0.2f, -0.1f, 4.0f}, {-0.2f, 1.1f, 0.1f, -3.0f}, {0.1f, -0.3f, 1.2f, 10.0f}};
+
 // One parameter set of a shape, as it appears in the benchmark name.
 struct TFXBenchParams {
     std::string Label;
@@ -89,6 +93,11 @@ std::vector<TFXBenchParams> ParamsFor(const TFXPrimitiveInfo& p)
     }
     case TFXShape::LutPalette:
         return {{"bits:8"}};
+    case TFXShape::ColorConvert:
+    case TFXShape::ColorConvertC3P3:
+    case TFXShape::ColorConvertP3C3:
+    case TFXShape::ColorTwist:
+        return {{"pixels"}}; // point operations
     default:
         return {{"limits:96/160"}};
     }
@@ -135,24 +144,34 @@ public:
         FArgs.LimitValue = FLimits.data() + 3;
         FArgs.UpperLimit = FLimits.data() + 6;
         FArgs.UpperValue = FLimits.data() + 9;
+        FArgs.Twist = kTwist;
         const prim::TFXMargins m = prim::FXShapeMargins(p.Shape, FArgs);
-        const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
+        const int sampleBytes = prim::FXSampleBytes(p.Sample);
+        const int pixelBytes = prim::FXChannels(p.Layout) * sampleBytes;
         const int dstPixelBytes = prim::FXDstPixelBytes(p.Shape, p.Sample, p.Layout);
-        const int srcRow = (kFrame.width + m.Left + m.Right) * pixelBytes;
+        // Planar sides: three planes of one sample per pixel, stacked in one allocation.
+        const int srcPlanes = prim::FXSrcPlanes(p.Shape), dstPlanes = prim::FXDstPlanes(p.Shape);
+        const int srcPixel = srcPlanes > 1 ? sampleBytes : pixelBytes;
+        const int dstPixel = dstPlanes > 1 ? sampleBytes : std::max(dstPixelBytes, 1);
+        const int srcRow = (kFrame.width + m.Left + m.Right) * srcPixel;
         FArgs.SrcStep = (srcRow + 63) / 64 * 64;
-        FArgs.DstStep = (kFrame.width * std::max(dstPixelBytes, 1) + 63) / 64 * 64;
-        const std::size_t srcBytes =
+        FArgs.DstStep = (kFrame.width * dstPixel + 63) / 64 * 64;
+        const std::size_t srcPlane =
             std::size_t(FArgs.SrcStep) * (kFrame.height + m.Top + m.Bottom);
+        const std::size_t dstPlane = std::size_t(FArgs.DstStep) * kFrame.height;
+        const std::size_t srcBytes = srcPlane * srcPlanes;
         FSrc.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, srcBytes)));
-        FDst.reset(static_cast<Ipp8u*>(
-            std::aligned_alloc(64, std::size_t(FArgs.DstStep) * kFrame.height)));
+        FDst.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, dstPlane * dstPlanes)));
         std::mt19937 rng(7);
         for (std::size_t i = 0; i < srcBytes; ++i)
             FSrc.get()[i] = Ipp8u(rng());
-        std::memset(FDst.get(), 0, std::size_t(FArgs.DstStep) * kFrame.height);
+        std::memset(FDst.get(), 0, dstPlane * dstPlanes);
         FArgs.Src =
-            FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * pixelBytes;
+            FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * srcPixel;
         FArgs.Dst = FDst.get();
+        for (int k = 0; k < prim::kFXPlanes; ++k)
+            FArgs.Planes[k] = srcPlanes > 1 ? FSrc.get() + k * srcPlane
+                                            : FDst.get() + (dstPlanes > 1 ? k * dstPlane : 0);
         FBytes =
             double(kFrame.width) * kFrame.height * (pixelBytes + dstPixelBytes); // read + written
     }

@@ -459,7 +459,11 @@ void Rgb24ToPlanarYuv(const TFXConstPlanes& src, const TFXPlanes& dst, int width
 }
 
 // ---------------------------------------------------------------- the level's table
-template <TFXVideoFormat S, TFXVideoFormat D> constexpr TFXConvertKernel kKernel = nullptr;
+// Every listed pair needs a kernel: the primary template has no value, so a pair without its
+// specialisation cannot initialise kLevelKernels below. Intentional: no static_assert comparing
+// the entries with nullptr, because with -fsanitize=null GCC 12 does not treat the address of a
+// function template specialisation as a constant.
+template <TFXVideoFormat S, TFXVideoFormat D> extern const TFXConvertKernel kKernel;
 template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfRGB32> = Rgb24ToRgb32;
 template <> constexpr TFXConvertKernel kKernel<vfRGB32, vfRGB24> = Rgb32ToRgb24;
 template <> constexpr TFXConvertKernel kKernel<vfRGB24, vfGray8> = Rgb24ToGray8;
@@ -486,14 +490,6 @@ constexpr TFXConvertKernel kLevelKernels[kFastPairCount] = {
     FX_CONVERT_FAST_PAIRS(FX_LEVEL_KERNEL)
 #undef FX_LEVEL_KERNEL
 };
-static_assert(
-    [] {
-        for (TFXConvertKernel k : kLevelKernels)
-            if (k == nullptr)
-                return false;
-        return true;
-    }(),
-    "every listed pair needs a kernel");
 
 } // namespace
 } // namespace framix::conv

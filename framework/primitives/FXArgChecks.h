@@ -140,4 +140,48 @@ IppStatus FXCheckFixedMaskFilter(const T* pSrc, int srcStep, T* pDst, int dstSte
     return ippStsNoErr;
 }
 
+// Pixel-wise conversions between two images of layout L.
+template <class T, TFXLayout L>
+IppStatus FXCheckColorConvert(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+{
+    const long long row = FXRowBytes(roiSize.width, FXChannels(L), sizeof(T));
+    return FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize);
+}
+
+// A null plane counts as a null pointer; the shared step must hold one plane row.
+template <class T> bool FXAnyNullPlane(T* const* planes)
+{
+    return planes == nullptr || planes[0] == nullptr || planes[1] == nullptr ||
+           planes[2] == nullptr;
+}
+
+template <class T, TFXLayout L>
+IppStatus FXCheckColorConvertC3P3(const T* pSrc, int srcStep, T* pDst[3], int dstStep,
+                                  IppiSize roiSize)
+{
+    if (FXAnyNullPlane(pDst))
+        return ippStsNullPtrErr;
+    return FXCheckImages(pSrc, srcStep, FXRowBytes(roiSize.width, FXChannels(L), sizeof(T)),
+                         pDst[0], dstStep, FXRowBytes(roiSize.width, 1, sizeof(T)), roiSize);
+}
+
+template <class T, TFXLayout L>
+IppStatus FXCheckColorConvertP3C3(const T* pSrc[3], int srcStep, T* pDst, int dstStep,
+                                  IppiSize roiSize)
+{
+    if (FXAnyNullPlane(pSrc))
+        return ippStsNullPtrErr;
+    return FXCheckImages(pSrc[0], srcStep, FXRowBytes(roiSize.width, 1, sizeof(T)), pDst, dstStep,
+                         FXRowBytes(roiSize.width, FXChannels(L), sizeof(T)), roiSize);
+}
+
+template <class T, TFXLayout L>
+IppStatus FXCheckColorTwist(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                            const Ipp32f twist[3][4])
+{
+    if (twist == nullptr)
+        return ippStsNullPtrErr;
+    return FXCheckColorConvert<T, L>(pSrc, srcStep, pDst, dstStep, roiSize);
+}
+
 } // namespace framix::prim

@@ -45,9 +45,23 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
                      static_cast<const T*>(a.UpperLimit), static_cast<const T*>(a.UpperValue));
     else if constexpr (S == TFXShape::Histogram)
         return typed(src, a.SrcStep, a.Roi, hist[0], histLevels[0], counts[0], lower[0], upper[0]);
-    else
+    else if constexpr (S == TFXShape::HistogramChannels)
         return typed(src, a.SrcStep, a.Roi, hist.data(), histLevels.data(), counts.data(),
                      lower.data(), upper.data());
+    else if constexpr (S == TFXShape::ColorConvert)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::ColorConvertC3P3) {
+        T* planes[kFXPlanes];
+        for (int p = 0; p < kFXPlanes; ++p)
+            planes[p] = static_cast<T*>(a.Planes[p]);
+        return typed(src, a.SrcStep, dst != nullptr ? planes : nullptr, a.DstStep, a.Roi);
+    } else if constexpr (S == TFXShape::ColorConvertP3C3) {
+        const T* planes[kFXPlanes];
+        for (int p = 0; p < kFXPlanes; ++p)
+            planes[p] = static_cast<const T*>(a.Planes[p]);
+        return typed(src != nullptr ? planes : nullptr, a.SrcStep, dst, a.DstStep, a.Roi);
+    } else
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Twist);
 }
 
 template <TFXShape S> IppStatus CallShape(TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& a)
@@ -81,10 +95,11 @@ std::string_view FXSampleName(TFXSample sample)
 
 std::string_view FXShapeName(TFXShape shape)
 {
-    constexpr std::array<std::string_view, 13> kNames = {
-        "MaskFilter",  "RowFilter",   "ColumnFilter", "KernelFilter", "FixedFilter",
-        "FixedMaskFilter", "Lut",     "LutChannels",  "LutPalette",   "Threshold",
-        "ThresholdBoth",   "Histogram", "HistogramChannels"};
+    constexpr std::array<std::string_view, 17> kNames = {
+        "MaskFilter",       "RowFilter", "ColumnFilter",      "KernelFilter", "FixedFilter",
+        "FixedMaskFilter",  "Lut",       "LutChannels",       "LutPalette",   "Threshold",
+        "ThresholdBoth",    "Histogram", "HistogramChannels", "ColorConvert", "ColorConvertC3P3",
+        "ColorConvertP3C3", "ColorTwist"};
     return kNames[static_cast<int>(shape)];
 }
 
@@ -150,6 +165,14 @@ IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXSh
         return CallShape<TFXShape::Histogram>(sample, fn, args);
     case TFXShape::HistogramChannels:
         return CallShape<TFXShape::HistogramChannels>(sample, fn, args);
+    case TFXShape::ColorConvert:
+        return CallShape<TFXShape::ColorConvert>(sample, fn, args);
+    case TFXShape::ColorConvertC3P3:
+        return CallShape<TFXShape::ColorConvertC3P3>(sample, fn, args);
+    case TFXShape::ColorConvertP3C3:
+        return CallShape<TFXShape::ColorConvertP3C3>(sample, fn, args);
+    case TFXShape::ColorTwist:
+        return CallShape<TFXShape::ColorTwist>(sample, fn, args);
     }
     return ippStsBadArgErr;
 }

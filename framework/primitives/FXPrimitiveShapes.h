@@ -71,6 +71,15 @@ enum class TFXShape : std::uint8_t {
     Histogram,
     // (pSrc, srcStep, roiSize, pHist[], pLevels[], nLevels[], lowerLevel[], upperLevel[])
     HistogramChannels,
+    // (pSrc, srcStep, pDst, dstStep, roiSize): a pixel-wise conversion between two images of
+    // the same layout
+    ColorConvert,
+    // (pSrc, srcStep, pDst[3], dstStep, roiSize): interleaved source, three destination planes
+    ColorConvertC3P3,
+    // (pSrc[3], srcStep, pDst, dstStep, roiSize): three source planes, interleaved destination
+    ColorConvertP3C3,
+    // (pSrc, srcStep, pDst, dstStep, roiSize, twist[3][4])
+    ColorTwist,
 };
 
 std::string_view FXShapeName(TFXShape shape);
@@ -143,6 +152,34 @@ template <class T> struct TFXShapeSignature<TFXShape::HistogramChannels, T> {
                          Ipp32s upperLevel[]);
 };
 
+template <class T> struct TFXShapeSignature<TFXShape::ColorConvert, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ColorConvertC3P3, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst[3], int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ColorConvertP3C3, T> {
+    using Fn = IppStatus(const T* pSrc[3], int srcStep, T* pDst, int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ColorTwist, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                         const Ipp32f twist[3][4]);
+};
+
+// Planes of a planar image side (ColorConvertC3P3, ColorConvertP3C3), one step shared by all.
+inline constexpr int kFXPlanes = 3;
+constexpr int FXSrcPlanes(TFXShape shape)
+{
+    return shape == TFXShape::ColorConvertP3C3 ? kFXPlanes : 1;
+}
+constexpr int FXDstPlanes(TFXShape shape)
+{
+    return shape == TFXShape::ColorConvertC3P3 ? kFXPlanes : 1;
+}
+
 // The exact function type of a primitive of shape S on samples T (IPP's argument list).
 template <TFXShape S, class T> using FXShapeFn = typename TFXShapeSignature<S, T>::Fn;
 
@@ -187,6 +224,10 @@ struct TFXShapeArgs {
     const void* LimitValue = nullptr;
     const void* UpperLimit = nullptr;
     const void* UpperValue = nullptr;
+    // ColorConvertC3P3 (destination) and ColorConvertP3C3 (source): the planes. The plane array
+    // is passed only while Dst (Src) is not null, so a null Dst (Src) passes a null array.
+    std::array<void*, kFXPlanes> Planes{};
+    const Ipp32f (*Twist)[4] = nullptr; // ColorTwist
 };
 
 // How many pixels a primitive reads beyond each edge of its ROI (legacy neighbourhood

@@ -115,8 +115,14 @@ TEST(PrimitiveRegistry, NamesAreSortedUniqueAndDescribeTheirSignature)
         ASSERT_NE(p.Entry, nullptr) << p.Name;
         ASSERT_TRUE(p.Has(TFXSimdLevel::Ref)) << p.Name;
         // The name spells the sample type and layout the registry claims (a second type,
-        // the destination's, may follow the first: ippiLUTPalette_8u32u_C1R).
-        const std::string layout = "_" + std::string(prim::FXLayoutName(p.Layout)) + "R";
+        // the destination's, may follow the first: ippiLUTPalette_8u32u_C1R). Planar
+        // conversions name both sides (C3P3, P3C3).
+        std::string sides(prim::FXLayoutName(p.Layout));
+        if (prim::FXDstPlanes(p.Shape) > 1)
+            sides += "P3";
+        if (prim::FXSrcPlanes(p.Shape) > 1)
+            sides = "P3" + sides;
+        const std::string layout = "_" + sides + "R";
         EXPECT_TRUE(p.Name.ends_with(layout)) << p.Name << " vs " << layout;
         const std::string_view types = p.Name.substr(0, p.Name.size() - layout.size());
         EXPECT_TRUE(types.substr(types.rfind('_') + 1).starts_with(prim::FXSampleName(p.Sample)))

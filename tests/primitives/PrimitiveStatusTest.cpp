@@ -59,6 +59,20 @@ protected:
     }
     bool Is(TFXShape shape) const { return Shape() == shape; }
     bool IsOneDimensional() const { return IsKernel(); }
+    bool IsPlanar() const
+    {
+        return prim::FXSrcPlanes(Shape()) > 1 || prim::FXDstPlanes(Shape()) > 1;
+    }
+    // Bytes per pixel of the source or destination (one sample on a planar side).
+    int PixelBytes(bool source) const
+    {
+        const TFXPrimitiveInfo& p = *GetParam();
+        const int planes = source ? prim::FXSrcPlanes(p.Shape) : prim::FXDstPlanes(p.Shape);
+        if (planes > 1)
+            return prim::FXSampleBytes(p.Sample);
+        return source ? prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample)
+                      : prim::FXDstPixelBytes(p.Shape, p.Sample, p.Layout);
+    }
     bool IsMedian() const { return GetParam()->Name.find("Median") != std::string_view::npos; }
     // The last channel the primitive processes: per-channel arguments are checked for all.
     int LastChannel() const { return prim::FXProcessedChannels(GetParam()->Layout) - 1; }
@@ -100,6 +114,12 @@ TEST_P(PrimitiveStatus, NullPointersComeFirst)
     }
     if (Is(TFXShape::KernelFilter))
         EXPECT_EQ(Call([](TFXShapeArgs& a) { a.IntKernel = nullptr; }), ippStsNullPtrErr);
+    if (Is(TFXShape::ColorTwist))
+        EXPECT_EQ(Call([](TFXShapeArgs& a) { a.Twist = nullptr; }), ippStsNullPtrErr);
+    if (IsPlanar())
+        for (int p = 0; p < prim::kFXPlanes; ++p)
+            EXPECT_EQ(Call([p](TFXShapeArgs& a) { a.Planes[p] = nullptr; }), ippStsNullPtrErr)
+                << "plane " << p;
 }
 
 TEST_P(PrimitiveStatus, NonPositiveRoiIsASizeError)
@@ -112,14 +132,13 @@ TEST_P(PrimitiveStatus, NonPositiveRoiIsASizeError)
 
 TEST_P(PrimitiveStatus, StepsSmallerThanARowAreStepErrors)
 {
-    const int pixelBytes =
-        prim::FXChannels(GetParam()->Layout) * prim::FXSampleBytes(GetParam()->Sample);
+    const int pixelBytes = PixelBytes(true);
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.SrcStep = 0; }), ippStsStepErr);
     EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.SrcStep = 4 * pixelBytes - 1; }), ippStsStepErr);
     if (IsHistogram())
         return; // no destination image
     EXPECT_EQ(Call([](TFXShapeArgs& a) { a.DstStep = -a.DstStep; }), ippStsStepErr);
-    EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.DstStep = 4 * pixelBytes - 1; }), ippStsStepErr);
+    EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.DstStep = 4 * PixelBytes(false) - 1; }), ippStsStepErr);
     if (GetParam()->Shape == TFXShape::RowFilter) // the source row must hold the kernel's reach
         EXPECT_EQ(Call([&](TFXShapeArgs& a) { a.SrcStep = 6 * pixelBytes - 1; }), ippStsStepErr);
 }

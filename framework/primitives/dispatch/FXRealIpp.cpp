@@ -16,7 +16,9 @@ namespace {
 // Names whose legacy argument list the real IPP still exports unchanged (checked against its
 // headers). One name a line, in any order: the list is sorted at compile time, so each family
 // adds its own lines. The look-up tables (ippiLUT*) must never be here: modern IPP kept their
-// names but takes a prepared table instead of the level arrays.
+// names but takes a prepared table instead of the level arrays. The colour conversions, twist and
+// gamma are here in their C3 forms only: modern IPP writes the alpha channel that their legacy
+// AC4R forms leave alone.
 // clang-format off
 constexpr auto kVerifiedNames = [] {
     auto names = std::to_array<std::string_view>({
@@ -33,6 +35,27 @@ constexpr auto kVerifiedNames = [] {
         "ippiThreshold_LTValGTVal_8u_C3R",
         "ippiThreshold_LTVal_8u_AC4R",
         "ippiThreshold_LTVal_8u_C3R",
+        "ippiBGRToHLS_8u_C3P3R",
+        "ippiBGRToLab_8u_C3R",
+        "ippiColorTwist32f_8u_C3R",
+        "ippiGammaFwd_8u_C3R",
+        "ippiGammaInv_8u_C3R",
+        "ippiHLSToBGR_8u_P3C3R",
+        "ippiHLSToRGB_8u_C3R",
+        "ippiHSVToRGB_8u_C3R",
+        "ippiLUVToRGB_8u_C3R",
+        "ippiLabToBGR_8u_C3R",
+        "ippiRGBToHLS_8u_C3R",
+        "ippiRGBToHSV_8u_C3R",
+        "ippiRGBToLUV_8u_C3R",
+        "ippiRGBToXYZ_8u_C3R",
+        "ippiRGBToYCC_8u_C3R",
+        "ippiRGBToYCbCr_8u_C3R",
+        "ippiRGBToYUV_8u_C3R",
+        "ippiXYZToRGB_8u_C3R",
+        "ippiYCCToRGB_8u_C3R",
+        "ippiYCbCrToRGB_8u_C3R",
+        "ippiYUVToRGB_8u_C3R",
     });
     std::ranges::sort(names);
     return names;

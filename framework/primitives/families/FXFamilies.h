@@ -3,6 +3,10 @@
 // expand it. A new family adds one line here (and one fx_add_dispatched_family in CMake).
 #pragma once
 
+#include "framework/primitives/families/ColorConvert.h"
+#include "framework/primitives/families/ColorConvertBack.h"
+#include "framework/primitives/families/ColorHls.h"
+#include "framework/primitives/families/ColorTwist.h"
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterFixedMedian.h"
 #include "framework/primitives/families/FilterKernel.h"
@@ -19,4 +23,8 @@
     F(FilterFixedMedian, FX_FILTER_FIXED_MEDIAN_PRIMITIVES)                                        \
     F(Lut, FX_LUT_PRIMITIVES)                                                                      \
     F(Threshold, FX_THRESHOLD_PRIMITIVES)                                                          \
-    F(Histogram, FX_HISTOGRAM_PRIMITIVES)
+    F(Histogram, FX_HISTOGRAM_PRIMITIVES)                                                          \
+    F(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)                                                   \
+    F(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)                                          \
+    F(ColorHls, FX_COLOR_HLS_PRIMITIVES)                                                           \
+    F(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)

@@ -16,6 +16,8 @@
 //     first is NaN), TruncToI32, RoundToI32 (halves to even)
 //     StoreNarrow(Ipp8u*|Ipp16u*, VI32)       kLanes32 samples, saturated
 //     Min, Max (signed)
+//     LoadF32, StoreF32, Sub(VF32), CmpGt(VF32, VF32) -> VI32 mask, Select(mask, a, b) on VI32
+//     and VF32 (a where the mask lane is all ones), Lookup(const Ipp32f* table, VI32 index)
 //   VI16                              16-bit lanes (kLanes16 = kVecBytes / 2), wrapping
 //     LoadWiden16(const Ipp8u*)               kLanes16 samples, zero-extended
 //     LoadI16, StoreI16, SplatI16, Add, Sub, MulLo, MulHiU (high half of the unsigned

@@ -279,4 +279,35 @@ inline VI32 Max(VI32 a, VI32 b)
     return {_mm256_max_epi32(a.V, b.V)};
 }
 
+// Colour conversions: float loads, selection by a comparison mask, float comparison, table
+// look-up by 32-bit indices (the index lanes must lie inside the table).
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm256_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm256_storeu_ps(p, v.V);
+}
+inline VF32 Sub(VF32 a, VF32 b)
+{
+    return {_mm256_sub_ps(a.V, b.V)};
+}
+inline VI32 CmpGt(VF32 a, VF32 b)
+{
+    return {_mm256_castps_si256(_mm256_cmp_ps(a.V, b.V, _CMP_GT_OQ))};
+}
+inline VI32 Select(VI32 mask, VI32 a, VI32 b) // mask lanes all ones: a, else b
+{
+    return {_mm256_blendv_epi8(b.V, a.V, mask.V)};
+}
+inline VF32 Select(VI32 mask, VF32 a, VF32 b)
+{
+    return {_mm256_blendv_ps(b.V, a.V, _mm256_castsi256_ps(mask.V))};
+}
+inline VF32 Lookup(const Ipp32f* table, VI32 index)
+{
+    return {_mm256_i32gather_ps(table, index.V, 4)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

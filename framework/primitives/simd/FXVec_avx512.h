@@ -276,4 +276,35 @@ inline VI32 Max(VI32 a, VI32 b)
     return {_mm512_maskz_max_epi32(__mmask16(0xFFFF), a.V, b.V)};
 }
 
+// Colour conversions: float loads, selection by a comparison mask, float comparison, table
+// look-up by 32-bit indices (the index lanes must lie inside the table).
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm512_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm512_storeu_ps(p, v.V);
+}
+inline VF32 Sub(VF32 a, VF32 b)
+{
+    return {_mm512_sub_ps(a.V, b.V)};
+}
+inline VI32 CmpGt(VF32 a, VF32 b)
+{
+    return {_mm512_movm_epi32(_mm512_cmp_ps_mask(a.V, b.V, _CMP_GT_OQ))};
+}
+inline VI32 Select(VI32 mask, VI32 a, VI32 b) // mask lanes all ones: a, else b
+{
+    return {_mm512_mask_blend_epi32(_mm512_movepi32_mask(mask.V), b.V, a.V)};
+}
+inline VF32 Select(VI32 mask, VF32 a, VF32 b)
+{
+    return {_mm512_mask_blend_ps(_mm512_movepi32_mask(mask.V), b.V, a.V)};
+}
+inline VF32 Lookup(const Ipp32f* table, VI32 index)
+{
+    return {_mm512_i32gather_ps(index.V, table, 4)};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

@@ -276,4 +276,37 @@ inline VI32 Max(VI32 a, VI32 b)
     return {_mm_max_epi32(a.V, b.V)};
 }
 
+// Colour conversions: float loads, selection by a comparison mask, float comparison, table
+// look-up by 32-bit indices (the index lanes must lie inside the table).
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm_storeu_ps(p, v.V);
+}
+inline VF32 Sub(VF32 a, VF32 b)
+{
+    return {_mm_sub_ps(a.V, b.V)};
+}
+inline VI32 CmpGt(VF32 a, VF32 b)
+{
+    return {_mm_castps_si128(_mm_cmpgt_ps(a.V, b.V))};
+}
+inline VI32 Select(VI32 mask, VI32 a, VI32 b) // mask lanes all ones: a, else b
+{
+    return {_mm_blendv_epi8(b.V, a.V, mask.V)};
+}
+inline VF32 Select(VI32 mask, VF32 a, VF32 b)
+{
+    return {_mm_blendv_ps(b.V, a.V, _mm_castsi128_ps(mask.V))};
+}
+inline VF32 Lookup(const Ipp32f* table, VI32 index)
+{
+    alignas(16) Ipp32s i[4];
+    _mm_store_si128(reinterpret_cast<__m128i*>(i), index.V);
+    return {_mm_setr_ps(table[i[0]], table[i[1]], table[i[2]], table[i[3]])};
+}
+
 } // namespace framix::prim::FX_SIMD_NS

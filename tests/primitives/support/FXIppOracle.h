@@ -25,7 +25,9 @@ inline bool FXRealIppLoaded()
     return FXRealIppSymbol("ippInit") != nullptr && FXRealIppSymbol("ippiGetLibVersion") != nullptr;
 }
 
-// IPP 9.0 removed the legacy box, rank and separable filters. Their replacements:
+// Functions modern IPP still exports unchanged (the colour conversions, twist, gamma, threshold,
+// the palette) are called directly. IPP 9.0 removed the legacy box, rank and separable filters.
+// Their replacements:
 // - box, min, max, median: ippiFilter<Op>Border_<type>_<layout> with ippBorderInMem (reads the
 //   source outside the ROI as the legacy functions did) and a centred mask ((size - 1) / 2); a
 //   legacy anchor becomes a shift of the source pointer;
@@ -36,7 +38,7 @@ inline bool FXRealIppLoaded()
 // (ippNearest, ippLinear or ippCubic) with the same per-channel arrays, then ippiLUT_<type>.
 // The even histogram became ippiHistogramUniformInit + ippiHistogram (unsigned counts; no AC4
 // form, so AC4 runs as C4 and alpha's counts are dropped); its levels come from
-// ippiHistogramGetLevels. Threshold and the palette are exported unchanged.
+// ippiHistogramGetLevels.
 // - the general integer kernel: ippiFilterBorder with the reversed kernel as 16-bit weights,
 //   the divisor, ippRndNear and the accurate mode (its default mode may be off by one); AC4
 //   through C4, the alpha bytes put back afterwards;
@@ -87,7 +89,8 @@ public:
                 return;
         } else if (p.Shape != prim::TFXShape::RowFilter &&
                    p.Shape != prim::TFXShape::ColumnFilter) {
-            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(p.Name)); // unchanged
+            // Unchanged: threshold, the palette, the colour conversions, twist and gamma.
+            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(p.Name));
             if (FSame == nullptr)
                 return;
         } else {

@@ -243,6 +243,29 @@ void PointParameters(const prim::TFXPrimitiveInfo& p, int n, std::mt19937& rng, 
         }
 }
 
+using TTwist = std::array<std::array<Ipp32f, 4>, 3>;
+
+TTwist TwistFor(int variant, std::mt19937& rng)
+{
+    std::uniform_real_distribution<float> weight(-1.5f, 1.5f), offset(-128.0f, 128.0f);
+    switch (variant % 4) {
+    case 0: { // random weights and offsets: saturates both ways
+        TTwist t;
+        for (auto& row : t)
+            row = {weight(rng), weight(rng), weight(rng), offset(rng)};
+        return t;
+    }
+    case 1: // halves: rounding ties
+        return {{{0.5f, 0, 0, 0}, {0, 0.5f, 0, 0.5f}, {0.25f, 0.25f, 0, 0}}};
+    case 2: // a YCbCr-like matrix with offsets
+        return {{{0.257f, 0.504f, 0.098f, 16},
+                 {-0.148f, -0.291f, 0.439f, 128},
+                 {0.439f, -0.368f, -0.071f, 128}}};
+    default: // channel permutation
+        return {{{0, 0, 1, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}}};
+    }
+}
+
 } // namespace
 
 std::string TFXCase::Describe() const
@@ -309,6 +332,8 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
                 }
                 if (p.Shape == TFXShape::KernelFilter)
                     IntKernelFor(n, c, rng);
+            } else if (p.Shape == TFXShape::ColorTwist) {
+                c.Twist = TwistFor(n, rng);
             } else if (p.Shape == TFXShape::RowFilter || p.Shape == TFXShape::ColumnFilter) {
                 c.Kernel = KernelFor(n, rng);
                 const int k = int(c.Kernel.size());
@@ -336,6 +361,8 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
     } else if (p.Shape == TFXShape::RowFilter || p.Shape == TFXShape::ColumnFilter) {
         big.Kernel = {0.1f, 0.2f, 0.4f, 0.2f, 0.1f};
         big.KernelAnchor = 2;
+    } else if (p.Shape == TFXShape::ColorTwist) {
+        big.Twist = TwistFor(0, rng);
     } else {
         PointParameters(p, 1, rng, big);
     }
@@ -347,22 +374,31 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
     : FPrim(prim), FCase(c)
 {
     const int sampleBytes = prim::FXSampleBytes(prim.Sample);
-    FPixelBytes = prim::FXChannels(prim.Layout) * sampleBytes;
-    FDstPixelBytes = prim::FXDstPixelBytes(prim.Shape, prim.Sample, prim.Layout);
+    const int pixelBytes = prim::FXChannels(prim.Layout) * sampleBytes;
+    const int srcPlanes = prim::FXSrcPlanes(prim.Shape), dstPlanes = prim::FXDstPlanes(prim.Shape);
+    FSrcPixelBytes = srcPlanes > 1 ? sampleBytes : pixelBytes;
+    FDstPixelBytes =
+        dstPlanes > 1 ? sampleBytes : prim::FXDstPixelBytes(prim.Shape, prim.Sample, prim.Layout);
+    for (int r = 0; r < 3; ++r)
+        for (int k = 0; k < 4; ++k)
+            FTwist[r][k] = c.Twist[r][k];
     const prim::TFXMargins m = prim::FXShapeMargins(prim.Shape, Args(nullptr));
     const int left = m.Left + c.Extra.Left, right = m.Right + c.Extra.Right;
     const int top = m.Top + c.Extra.Top, bottom = m.Bottom + c.Extra.Bottom;
-    const int srcRowBytes = (c.Roi.width + left + right) * FPixelBytes;
+    const int srcRowBytes = (c.Roi.width + left + right) * FSrcPixelBytes;
     const int srcRows = c.Roi.height + top + bottom;
     // Steps stay multiples of the sample size, as IPP requires for 16- and 32-bit images.
     const int srcPad = c.SrcPad - c.SrcPad % sampleBytes;
     FSrcStep = srcRowBytes + srcPad;
     FSrcSize = std::size_t(FSrcStep) * (srcRows - 1) + srcRowBytes;
-    FSrc.reset(new Ipp8u[FSrcSize]);
     std::mt19937 rng(c.Seed);
-    for (std::size_t i = 0; i < FSrcSize; ++i)
-        FSrc[i] = Ipp8u(rng());
-    FSrcRoi = FSrc.get() + std::size_t(top) * FSrcStep + std::size_t(left) * FPixelBytes;
+    for (int p = 0; p < srcPlanes; ++p) {
+        FSrc[p].reset(new Ipp8u[FSrcSize]);
+        for (std::size_t i = 0; i < FSrcSize; ++i)
+            FSrc[p][i] = Ipp8u(rng());
+        FSrcRoi[p] =
+            FSrc[p].get() + std::size_t(top) * FSrcStep + std::size_t(left) * FSrcPixelBytes;
+    }
     if (FDstPixelBytes == 0) { // histograms: per channel the counts, then the levels
         std::size_t at = 0;
         for (int ch = 0; ch < prim::FXProcessedChannels(prim.Layout); ++ch) {
@@ -378,14 +414,19 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
         FDstRows = c.Roi.height;
         FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % dstSampleBytes;
     }
-    FDstInit.assign(2 * kFXGuardBytes + std::size_t(FDstStep) * (FDstRows - 1) + FDstRowBytes,
-                    kSentinel);
+    FDstPlaneBytes = std::size_t(FDstStep) * (FDstRows - 1) + FDstRowBytes;
+    FDstInit.assign(kFXGuardBytes + dstPlanes * (FDstPlaneBytes + kFXGuardBytes), kSentinel);
+}
+
+std::size_t TFXCaseImages::DstPlaneStart(int p) const
+{
+    return kFXGuardBytes + std::size_t(p) * (FDstPlaneBytes + kFXGuardBytes);
 }
 
 prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
 {
     prim::TFXShapeArgs a;
-    a.Src = FSrcRoi;
+    a.Src = FSrcRoi[0];
     a.SrcStep = FSrcStep;
     a.Dst = dstAllocation != nullptr ? dstAllocation + kFXGuardBytes : nullptr;
     a.DstStep = FDstStep;
@@ -418,6 +459,13 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.LimitValue = FCase.LimitValue.data();
     a.UpperLimit = FCase.UpperLimit.data();
     a.UpperValue = FCase.UpperValue.data();
+    a.Twist = FTwist;
+    for (int p = 0; p < prim::kFXPlanes; ++p) {
+        if (prim::FXSrcPlanes(FPrim.Shape) > 1)
+            a.Planes[p] = const_cast<Ipp8u*>(FSrcRoi[p]);
+        else if (dstAllocation != nullptr && prim::FXDstPlanes(FPrim.Shape) > 1)
+            a.Planes[p] = dstAllocation + DstPlaneStart(p);
+    }
     return a;
 }
 
@@ -431,6 +479,8 @@ TFXRunResult TFXCaseImages::Run(prim::TFXAnyFn fn) const
 
 std::size_t TFXCaseImages::DstOffset(int x, int y, int c) const
 {
+    if (prim::FXDstPlanes(FPrim.Shape) > 1)
+        return DstPlaneStart(c) + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes;
     return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes +
            std::size_t(c) * prim::FXSampleBytes(FPrim.Sample);
 }
@@ -452,10 +502,12 @@ std::vector<Ipp32s> TFXCaseImages::HistogramLevels(const std::vector<Ipp8u>& dst
 
 long TFXCaseImages::FirstDamagedGuard(const std::vector<Ipp8u>& dst) const
 {
+    const std::size_t planeSpan = FDstPlaneBytes + kFXGuardBytes;
     for (std::size_t i = 0; i < dst.size(); ++i) {
-        const bool inRow = i >= kFXGuardBytes &&
-                           (i - kFXGuardBytes) / FDstStep < std::size_t(FDstRows) &&
-                           (i - kFXGuardBytes) % FDstStep < FDstRowBytes;
+        const std::size_t inPlane = i < kFXGuardBytes ? planeSpan : (i - kFXGuardBytes) % planeSpan;
+        const bool inRow = i >= kFXGuardBytes && inPlane < FDstPlaneBytes &&
+                           inPlane / FDstStep < std::size_t(FDstRows) &&
+                           inPlane % FDstStep < FDstRowBytes;
         if (!inRow && dst[i] != kSentinel)
             return long(i);
     }

@@ -24,9 +24,10 @@ struct TFXCase {
     std::vector<Ipp32s> IntKernel; // Mask.width x Mask.height, row by row
     int Divisor = 1;
     IppiMaskSize MaskCode = ippMskSize3x3;
-    int SrcPad = 0;         // bytes after each source row but the last
-    int DstPad = 0;         // bytes after each destination row but the last
-    prim::TFXMargins Extra; // source pixels beyond what the primitive reads
+    int SrcPad = 0;                               // bytes after each source row but the last
+    int DstPad = 0;                               // bytes after each destination row but the last
+    prim::TFXMargins Extra;                       // source pixels beyond what the primitive reads
+    std::array<std::array<Ipp32f, 4>, 3> Twist{}; // ColorTwist
     std::uint32_t Seed = 1;
     // Lut, LutChannels: channel c's levels and values (by default one interval, 0 ... 256).
     std::array<std::vector<Ipp32s>, 4> LutLevels{{{0, 256}, {0, 256}, {0, 256}, {0, 256}}};
@@ -73,7 +74,8 @@ public:
     std::vector<Ipp8u> Fresh() const { return FDstInit; }
     // The first byte outside the ROI rows that differs from the sentinel, or -1.
     long FirstDamagedGuard(const std::vector<Ipp8u>& dst) const;
-    // Offset of destination pixel (x, y) channel c in the allocation.
+    // Offset of destination pixel (x, y) channel c in the allocation (planar destinations: of
+    // plane c).
     std::size_t DstOffset(int x, int y, int c) const;
     // The histograms' outputs: bin counts and levels of channel c in a run's destination.
     std::vector<Ipp32s> Counts(const std::vector<Ipp8u>& dst, int c) const;
@@ -83,12 +85,15 @@ public:
     const TFXCase& Case() const { return FCase; }
     int SrcStep() const { return FSrcStep; }
     int DstStep() const { return FDstStep; }
-    const Ipp8u* SrcRoi() const { return FSrcRoi; }
+    const Ipp8u* SrcRoi() const { return FSrcRoi[0]; }
 
 private:
+    // Start of destination plane p (0 for interleaved destinations) in the allocation.
+    std::size_t DstPlaneStart(int p) const;
+
     const prim::TFXPrimitiveInfo& FPrim;
     TFXCase FCase;
-    int FPixelBytes = 0;
+    int FSrcPixelBytes = 0;
     int FDstPixelBytes = 0;
     int FSrcStep = 0;
     int FDstStep = 0;
@@ -96,9 +101,12 @@ private:
     std::size_t FDstRowBytes = 0;
     std::array<std::size_t, 4> FHistAt{}; // histograms: channel c's counts, then its levels
     std::size_t FSrcSize = 0;
-    std::unique_ptr<Ipp8u[]> FSrc; // exact size: ASan sees any read past it
-    const Ipp8u* FSrcRoi = nullptr;
-    std::vector<Ipp8u> FDstInit;
+    std::size_t FDstPlaneBytes = 0;
+    // One allocation per source plane, each of exact size: ASan sees any read past it.
+    std::array<std::unique_ptr<Ipp8u[]>, prim::kFXPlanes> FSrc;
+    std::array<const Ipp8u*, prim::kFXPlanes> FSrcRoi{};
+    std::vector<Ipp8u> FDstInit; // guard, plane, guard [, plane, guard, plane, guard]
+    Ipp32f FTwist[3][4]{};
 };
 
 inline constexpr int kFXGuardBytes = 64;

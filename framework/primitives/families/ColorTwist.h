@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// Colour matrix (a 3x4 float twist) and the BT.709 gamma curve: the family's list.
+#pragma once
+
+#include "framework/primitives/FXFamily.h"
+
+// X(name, Op, Shape, T, L); see FXFamily.h.
+#define FX_COLOR_TWIST_PRIMITIVES(X)                                                               \
+    X(ippiColorTwist32f_8u_C3R, ColorTwist32f, ColorTwist, Ipp8u, C3)                              \
+    X(ippiColorTwist32f_8u_AC4R, ColorTwist32f, ColorTwist, Ipp8u, AC4)                            \
+    X(ippiGammaFwd_8u_C3R, GammaFwd, ColorConvert, Ipp8u, C3)                                      \
+    X(ippiGammaFwd_8u_AC4R, GammaFwd, ColorConvert, Ipp8u, AC4)                                    \
+    X(ippiGammaInv_8u_C3R, GammaInv, ColorConvert, Ipp8u, C3)                                      \
+    X(ippiGammaInv_8u_AC4R, GammaInv, ColorConvert, Ipp8u, AC4)
+
+namespace framix::prim {
+const TFXFamily& ColorTwistFamily();
+} // namespace framix::prim

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// Colour twist and gamma, reference: the definitions the vector kernels are proved against.
+#include "framework/primitives/families/ColorTwist.h"
+
+#include "framework/primitives/families/FXColorPixels.h"
+
+#include <array>
+#include <cmath>
+
+namespace framix::prim::ref {
+namespace {
+
+// BT.709 transfer function on v = sample / 255, and its inverse, rounded to nearest samples.
+std::array<Ipp8u, 256> GammaTable(bool forward)
+{
+    std::array<Ipp8u, 256> table{};
+    for (int i = 0; i < 256; ++i) {
+        const double v = i / 255.0;
+        const double out = forward ? (v < 0.018 ? 4.5 * v : 1.099 * std::pow(v, 0.45) - 0.099)
+                                   : (v < 0.0812 ? v / 4.5 : std::pow((v + 0.099) / 1.099, 1 / 0.45));
+        table[i] = FXColorSample(float(out * 255.0));
+    }
+    return table;
+}
+
+template <TFXLayout L>
+IppStatus ApplyTable(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+                     const std::array<Ipp8u, 256>& table)
+{
+    return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roi, [&](int a, int b, int c) {
+        return TFXColor{table[a], table[b], table[c]};
+    });
+}
+
+} // namespace
+
+// Each output channel is the float sum t[k][0] c0 + t[k][1] c1 + t[k][2] c2 + t[k][3], added
+// left to right, then rounded to nearest (halves to even) and saturated.
+template <class T, TFXLayout L>
+IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                        const Ipp32f twist[3][4])
+{
+    return FXConvertPixels<L>(pSrc, srcStep, pDst, dstStep, roiSize, [&](int a, int b, int c) {
+        TFXColor out;
+        for (int k = 0; k < 3; ++k)
+            out[k] = FXColorSample(twist[k][0] * float(a) + twist[k][1] * float(b) +
+                                   twist[k][2] * float(c) + twist[k][3]);
+        return out;
+    });
+}
+
+template <class T, TFXLayout L>
+IppStatus GammaFwd(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+{
+    static const std::array<Ipp8u, 256> kTable = GammaTable(true);
+    return ApplyTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, kTable);
+}
+
+template <class T, TFXLayout L>
+IppStatus GammaInv(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+{
+    static const std::array<Ipp8u, 256> kTable = GammaTable(false);
+    return ApplyTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, kTable);
+}
+
+FX_KERNEL_TABLE(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)
+
+} // namespace framix::prim::ref
