@@ -31,31 +31,19 @@ TFXColor HsvFromRgb(int r, int g, int b)
     return {h, s, Ipp8u(hi)};
 }
 
-constexpr int kHalf = kFXFixedHalf;
-constexpr int kOffset128 = 128 << 16;
-
-// Y'UV (truncating): Y = 0.299R + 0.587G + 0.114B, U = 0.492(B - Y) + 128,
-// V = 0.877(R - Y) + 128, saturated.
 TFXColor YuvFromRgb(int r, int g, int b)
 {
-    return {FXFixedSum(19595, 38470, 7471, r, g, b, 0),
-            FXFixedSum(-9634, -18940, 28574, r, g, b, kOffset128),
-            FXFixedSum(40305, -33751, -6554, r, g, b, kOffset128)};
+    return FXFixedConvert(kFXRgbToYuv, r, g, b);
 }
 
-// BT.601 studio range (rounding): Y in 16 ... 235, Cb and Cr around 128.
 TFXColor YCbCrFromRgb(int r, int g, int b)
 {
-    return {FXFixedSum(16843, 33030, 6423, r, g, b, (16 << 16) + kHalf),
-            FXFixedSum(-9699, -19071, 28770, r, g, b, kOffset128 + kHalf),
-            FXFixedSum(28770, -24117, -4653, r, g, b, kOffset128 + kHalf)};
+    return FXFixedConvert(kFXRgbToYCbCr, r, g, b);
 }
 
-// CIE XYZ of linear Rec.709 primaries with a D65 white (truncating; Z of white saturates).
 TFXColor XyzFromRgb(int r, int g, int b)
 {
-    return {FXFixedSum(27031, 23434, 11824, r, g, b, 0), FXFixedSum(13938, 46869, 4730, r, g, b, 0),
-            FXFixedSum(1267, 7811, 62274, r, g, b, 0)};
+    return FXFixedConvert(kFXRgbToXyz, r, g, b);
 }
 
 // A float colour value truncated to a sample (toward minus infinity), saturated.

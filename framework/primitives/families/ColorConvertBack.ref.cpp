@@ -42,33 +42,19 @@ TFXColor RgbFromHsv(int h8, int s8, int v8)
     }
 }
 
-constexpr int kHalf = kFXFixedHalf;
-
-// R = Y + 1.140V, G = Y - 0.394U - 0.581V, B = Y + 2.032U (U, V around 128), truncated.
 TFXColor RgbFromYuv(int y, int u, int v)
 {
-    u -= 128;
-    v -= 128;
-    return {FXFixedSum(65536, 0, 74711, y, u, v, 0), FXFixedSum(65536, -25821, -38076, y, u, v, 0),
-            FXFixedSum(65536, 133169, 0, y, u, v, 0)};
+    return FXFixedConvert(kFXYuvToRgb, y, u, v);
 }
 
-// BT.601 studio range back to full range, rounded.
 TFXColor RgbFromYCbCr(int y, int cb, int cr)
 {
-    y -= 16;
-    cb -= 128;
-    cr -= 128;
-    return {FXFixedSum(76284, 0, 104595, y, cb, cr, kHalf),
-            FXFixedSum(76284, -25690, -53281, y, cb, cr, kHalf),
-            FXFixedSum(76284, 132186, 0, y, cb, cr, kHalf)};
+    return FXFixedConvert(kFXYCbCrToRgb, y, cb, cr);
 }
 
-// The inverse Rec.709 / D65 matrix, truncated.
 TFXColor RgbFromXyz(int x, int y, int z)
 {
-    return {FXFixedSum(212368, -100739, -32672, x, y, z, 0),
-            FXFixedSum(-63521, 122945, 2723, x, y, z, 0), FXFixedSum(3647, -13372, 69292, x, y, z, 0)};
+    return FXFixedConvert(kFXXyzToRgb, x, y, z);
 }
 
 TFXColor RgbFromYcc(int y8, int c18, int c28)

@@ -7,26 +7,9 @@
 #include "framework/primitives/families/FXColorVectors.h"
 #include "framework/primitives/simd/FXVec.h"
 
-#include <bit>
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
-
-// The reciprocal estimates as floats, for Lookup.
-struct TReciprocals {
-    Ipp32f Values[256];
-    TReciprocals()
-    {
-        for (int i = 0; i < 256; ++i)
-            Values[i] = std::bit_cast<Ipp32f>(kFXReciprocalEstimateBits[i]);
-    }
-};
-
-const Ipp32f* Reciprocals()
-{
-    static const TReciprocals kTable;
-    return kTable.Values;
-}
 
 TColorLanes HlsFromRgb(VI32 r, VI32 g, VI32 b, const Ipp32f* reciprocal)
 {
@@ -86,7 +69,7 @@ TColorLanes RgbFromHls(VI32 h8, VI32 l8, VI32 s8)
 template <class T, TFXLayout L>
 IppStatus RGBToHLS(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
-    const Ipp32f* reciprocal = Reciprocals();
+    const Ipp32f* reciprocal = ReciprocalEstimates();
     return ConvertColorLanes<L>(pSrc, srcStep, pDst, dstStep, roiSize,
                                 [&](const TColorLanes& c) {
                                     return HlsFromRgb(c.C0, c.C1, c.C2, reciprocal);
@@ -96,7 +79,7 @@ IppStatus RGBToHLS(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
 template <class T, TFXLayout L>
 IppStatus BGRToHLS(const T* pSrc, int srcStep, T* pDst[3], int dstStep, IppiSize roiSize)
 {
-    const Ipp32f* reciprocal = Reciprocals();
+    const Ipp32f* reciprocal = ReciprocalEstimates();
     for (int y = 0; y < roiSize.height; ++y) {
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out[3] = {FXRowAt(pDst[0], dstStep, y), FXRowAt(pDst[1], dstStep, y),

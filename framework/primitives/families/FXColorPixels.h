@@ -6,6 +6,7 @@
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/families/ColorHls.h"
+#include "framework/primitives/families/FXColorMatrix.h"
 #include "framework/primitives/FXPrimitiveShapes.h"
 
 #include <array>
@@ -22,14 +23,14 @@ inline Ipp8u FXColorSample(float v)
     return FXSaturateRound<Ipp8u>(v);
 }
 
-// A weighted sum in 16.16 fixed point: the weights are coefficients times 65536, rounded;
-// `bias` carries the offset (and the rounding half, where the result rounds); the shift floors.
-inline Ipp8u FXFixedSum(int w0, int w1, int w2, int a, int b, int c, int bias)
+// The three output channels of a fixed-point matrix for one pixel.
+inline TFXColor FXFixedConvert(const TFXFixedMatrix& m, int c0, int c1, int c2)
 {
-    return FXSaturate<Ipp8u>((w0 * a + w1 * b + w2 * c + bias) >> 16);
+    TFXColor out;
+    for (int i = 0; i < 3; ++i)
+        out[i] = FXSaturate<Ipp8u>((m.W[i][0] * c0 + m.W[i][1] * c1 + m.W[i][2] * c2 + m.Bias[i]) >> 16);
+    return out;
 }
-
-inline constexpr int kFXFixedHalf = 1 << 15;
 
 // Hue of a chromatic pixel in 8-bit units (255 = 360 degrees), as HLS and HSV compute it: 42.5
 // per sextant, the offset within the sextant through the reciprocal estimate of the spread.

@@ -5,7 +5,12 @@
 
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXPrimitiveShapes.h"
+#include "framework/primitives/families/ColorHls.h"
+#include "framework/primitives/families/FXColorMatrix.h"
 #include "framework/primitives/simd/FXVec.h"
+#include "framework/primitives/simd/FXVecPixels.h"
+
+#include <bit>
 
 namespace framix::prim::FX_SIMD_NS {
 
@@ -67,21 +72,17 @@ inline void StoreColorPlanes(Ipp8u* const* rows, int x, int n, const TColorLanes
     }
 }
 
-// Runs convert (TColorLanes -> TColorLanes) over every pixel of an image of layout L.
+// Runs convert (TColorLanes -> TColorLanes, results inside 0 ... 255) over every pixel of an
+// image of layout L.
 template <TFXLayout L, class Convert>
 inline IppStatus ConvertColorLanes(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
                                    IppiSize roi, Convert convert)
 {
-    constexpr int kCh = FXChannels(L);
-    for (int y = 0; y < roi.height; ++y) {
-        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
-        Ipp8u* out = FXRowAt(pDst, dstStep, y);
-        for (int x = 0; x < roi.width; x += kLanes32) {
-            const int n = roi.width - x < kLanes32 ? roi.width - x : kLanes32;
-            StoreColorLanes<kCh>(out + x * kCh, n, convert(LoadColorLanes<kCh>(in + x * kCh, n)));
-        }
-    }
-    return ippStsNoErr;
+    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roi, [&](VI32 pixels) {
+        const TColorLanes c =
+            convert(TColorLanes{ChannelOf(pixels, 0), ChannelOf(pixels, 1), ChannelOf(pixels, 2)});
+        return PixelsOf(c.C0, c.C1, c.C2);
+    });
 }
 
 // Lane-wise helpers on 32-bit integers.
@@ -97,6 +98,63 @@ inline VI32 MinI32(VI32 a, VI32 b)
 inline VI32 EqualsAtMost(VI32 a, VI32 b)
 {
     return Sub(SplatI32(-1), CmpGt(a, b));
+}
+
+// A float colour value to a sample, as FXColorSample: clamped to 0 ... 255 (NaN to 0), then
+// rounded to nearest, halves to even.
+inline VI32 ColorSample(VF32 v)
+{
+    return RoundToI32(Min(Max(v, SplatF32(0.0f)), SplatF32(255.0f)));
+}
+
+// The reciprocal estimates of ColorHls.h as floats, for Lookup.
+inline const Ipp32f* ReciprocalEstimates()
+{
+    struct TTable {
+        Ipp32f Values[256];
+        TTable()
+        {
+            for (int i = 0; i < 256; ++i)
+                Values[i] = std::bit_cast<Ipp32f>(kFXReciprocalEstimateBits[std::size_t(i)]);
+        }
+    };
+    static const TTable kTable;
+    return kTable.Values;
+}
+
+// A fixed-point matrix (FXColorMatrix.h) on pixel lanes, exactly as the reference computes it.
+// Each weight (and the bias) is split into k * 65536 + w with w in [-32768, 32767]: k c * 65536
+// is a whole multiple of 65536, so the floor of the sum is the sum of the k c plus the floor of
+// the sum of the w c, and that needs only 16-bit multiply-adds (two per output channel, a pixel
+// per 32-bit lane as word pairs (c0, c1) and (c2, 1)).
+constexpr int FixedHigh(int w)
+{
+    return (w + 32768) >> 16;
+}
+constexpr int FixedLow(int w)
+{
+    return w - FixedHigh(w) * 65536;
+}
+
+template <TFXFixedMatrix M, int kRow> inline VI32 FixedRow(const TWordPairs& pairs)
+{
+    constexpr const int* w = M.W[kRow];
+    constexpr int bias = M.Bias[kRow];
+    const VI32 low = Add(MulAddWords(pairs.P01, AsI32(SplatPair16(FixedLow(w[0]), FixedLow(w[1])))),
+                         MulAddWords(pairs.P2, AsI32(SplatPair16(FixedLow(w[2]), FixedLow(bias)))));
+    const VI32 floor = ShiftRightI32(low, 16);
+    if constexpr (FixedHigh(w[0]) == 0 && FixedHigh(w[1]) == 0 && FixedHigh(w[2]) == 0)
+        return Add(floor, SplatI32(FixedHigh(bias)));
+    else
+        return Add(floor,
+                   Add(MulAddWords(pairs.P01, AsI32(SplatPair16(FixedHigh(w[0]), FixedHigh(w[1])))),
+                       MulAddWords(pairs.P2, AsI32(SplatPair16(FixedHigh(w[2]), FixedHigh(bias))))));
+}
+
+template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
+{
+    const TWordPairs pairs = WordPairsOf(pixels);
+    return PixelsOf(FixedRow<M, 0>(pairs), FixedRow<M, 1>(pairs), FixedRow<M, 2>(pairs));
 }
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+// Whole pixels in 32-bit lanes, for the colour kernels: loads and stores of three- and
+// four-channel rows without a scalar loop, and the integer steps of fixed-point conversions
+// (included after simd/FXVec.h, once per level).
+#pragma once
+
+#include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/FXIppTypes.h"
+#include "framework/primitives/simd/FXVec.h"
+
+#include <cstring>
+
+namespace framix::prim::FX_SIMD_NS {
+
+// A pixel lane holds channel 0 in its low byte, channels 1 and 2 above it and 0 on top.
+// LoadPixels<kCh> reads exactly kCh * kLanes32 bytes; StorePixels<3> writes 3 * kLanes32 bytes,
+// StorePixels<4> the colour bytes of kLanes32 pixels (alpha kept, the lanes' top bytes ignored).
+//
+// Within each 128-bit block: four pixels of 3 bytes to four lanes, and back.
+#define FX_PIXELS3_SPREAD 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1
+#define FX_PIXELS3_GATHER 0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1
+// Word pairs for the multiply-add: channels 0 and 1, and channel 2 with a constant 1.
+#define FX_PAIR01 0, -1, 1, -1, 4, -1, 5, -1, 8, -1, 9, -1, 12, -1, 13, -1
+#define FX_PAIR2 2, -1, -1, -1, 6, -1, -1, -1, 10, -1, -1, -1, 14, -1, -1, -1
+
+#if defined(FX_SIMD_LEVEL_AVX512)
+
+inline VI32 LoadPixels3(const Ipp8u* p)
+{
+    const __m512i v = _mm512_maskz_loadu_epi8(__mmask64(0xFFFFFFFFFFFFull), p);
+    const __m512i blocks =
+        _mm512_permutexvar_epi32(_mm512_setr_epi32(0, 1, 2, 2, 3, 4, 5, 5, 6, 7, 8, 8, 9, 10, 11, 11), v);
+    return {_mm512_shuffle_epi8(blocks, _mm512_broadcast_i32x4(_mm_setr_epi8(FX_PIXELS3_SPREAD)))};
+}
+inline void StorePixels3(Ipp8u* p, VI32 v)
+{
+    const __m512i packed =
+        _mm512_shuffle_epi8(v.V, _mm512_broadcast_i32x4(_mm_setr_epi8(FX_PIXELS3_GATHER)));
+    const __m512i ordered = _mm512_permutexvar_epi32(
+        _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 15, 15, 15, 15), packed);
+    _mm512_mask_storeu_epi8(p, __mmask64(0xFFFFFFFFFFFFull), ordered);
+}
+inline VI32 LoadPixels4(const Ipp8u* p)
+{
+    return {_mm512_maskz_loadu_epi8(__mmask64(0x7777777777777777ull), p)};
+}
+inline void StorePixels4(Ipp8u* p, VI32 v)
+{
+    _mm512_mask_storeu_epi8(p, __mmask64(0x7777777777777777ull), v.V);
+}
+inline VI32 ShuffleBytes(VI32 v, __m128i pattern)
+{
+    return {_mm512_shuffle_epi8(v.V, _mm512_broadcast_i32x4(pattern))};
+}
+inline VI32 OrI32(VI32 a, VI32 b)
+{
+    return {_mm512_or_si512(a.V, b.V)};
+}
+inline VI32 ShiftRightI32(VI32 a, int bits) // arithmetic
+{
+    return {_mm512_srai_epi32(a.V, unsigned(bits))};
+}
+inline VI32 ShiftLeftI32(VI32 a, int bits)
+{
+    return {_mm512_slli_epi32(a.V, unsigned(bits))};
+}
+inline VI32 MulAddWords(VI32 pairs, VI32 weights)
+{
+    return {_mm512_madd_epi16(pairs.V, weights.V)};
+}
+// Three channel lanes saturated to 0 ... 255 (any 32-bit value), as pixel lanes.
+inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
+{
+    const __m512i bytes = _mm512_packus_epi16(_mm512_packs_epi32(c0.V, c1.V),
+                                              _mm512_packs_epi32(c2.V, c2.V));
+    return ShuffleBytes({bytes}, _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+}
+inline VF32 FloorF32(VF32 v)
+{
+    return {_mm512_roundscale_ps(v.V, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC)};
+}
+
+#elif defined(FX_SIMD_LEVEL_AVX2)
+
+inline VI32 LoadPixels3(const Ipp8u* p)
+{
+    // The upper block starts 4 bytes early, so no byte past the 24 pixels' bytes is read.
+    const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8));
+    const __m256i v = _mm256_set_m128i(hi, lo);
+    return {_mm256_shuffle_epi8(v, _mm256_setr_epi8(FX_PIXELS3_SPREAD, 4, 5, 6, -1, 7, 8, 9, -1,
+                                                    10, 11, 12, -1, 13, 14, 15, -1))};
+}
+inline void StorePixels3(Ipp8u* p, VI32 v)
+{
+    const __m256i packed = _mm256_shuffle_epi8(
+        v.V, _mm256_setr_epi8(FX_PIXELS3_GATHER, FX_PIXELS3_GATHER));
+    const __m256i ordered =
+        _mm256_permutevar8x32_epi32(packed, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(ordered));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 16), _mm256_extracti128_si256(ordered, 1));
+}
+inline VI32 LoadPixels4(const Ipp8u* p)
+{
+    return {_mm256_and_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)),
+                             _mm256_set1_epi32(0x00FFFFFF))};
+}
+inline void StorePixels4(Ipp8u* p, VI32 v)
+{
+    __m256i* at = reinterpret_cast<__m256i*>(p);
+    _mm256_storeu_si256(
+        at, _mm256_blendv_epi8(v.V, _mm256_loadu_si256(at), _mm256_set1_epi32(int(0xFF000000u))));
+}
+inline VI32 ShuffleBytes(VI32 v, __m128i pattern)
+{
+    return {_mm256_shuffle_epi8(v.V, _mm256_broadcastsi128_si256(pattern))};
+}
+inline VI32 OrI32(VI32 a, VI32 b)
+{
+    return {_mm256_or_si256(a.V, b.V)};
+}
+inline VI32 ShiftRightI32(VI32 a, int bits) // arithmetic
+{
+    return {_mm256_srai_epi32(a.V, bits)};
+}
+inline VI32 ShiftLeftI32(VI32 a, int bits)
+{
+    return {_mm256_slli_epi32(a.V, bits)};
+}
+inline VI32 MulAddWords(VI32 pairs, VI32 weights)
+{
+    return {_mm256_madd_epi16(pairs.V, weights.V)};
+}
+inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
+{
+    const __m256i bytes = _mm256_packus_epi16(_mm256_packs_epi32(c0.V, c1.V),
+                                              _mm256_packs_epi32(c2.V, c2.V));
+    return ShuffleBytes({bytes}, _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+}
+inline VF32 FloorF32(VF32 v)
+{
+    return {_mm256_floor_ps(v.V)};
+}
+
+#else // SSE4.1
+
+inline VI32 LoadPixels3(const Ipp8u* p)
+{
+    Ipp32s last;
+    std::memcpy(&last, p + 8, 4);
+    const __m128i v =
+        _mm_insert_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), last, 2);
+    return {_mm_shuffle_epi8(v, _mm_setr_epi8(FX_PIXELS3_SPREAD))};
+}
+inline void StorePixels3(Ipp8u* p, VI32 v)
+{
+    const __m128i packed = _mm_shuffle_epi8(v.V, _mm_setr_epi8(FX_PIXELS3_GATHER));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), packed);
+    const Ipp32s last = _mm_extract_epi32(packed, 2);
+    std::memcpy(p + 8, &last, 4);
+}
+inline VI32 LoadPixels4(const Ipp8u* p)
+{
+    return {_mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)),
+                          _mm_set1_epi32(0x00FFFFFF))};
+}
+inline void StorePixels4(Ipp8u* p, VI32 v)
+{
+    __m128i* at = reinterpret_cast<__m128i*>(p);
+    _mm_storeu_si128(at, _mm_blendv_epi8(v.V, _mm_loadu_si128(at), _mm_set1_epi32(int(0xFF000000u))));
+}
+inline VI32 ShuffleBytes(VI32 v, __m128i pattern)
+{
+    return {_mm_shuffle_epi8(v.V, pattern)};
+}
+inline VI32 OrI32(VI32 a, VI32 b)
+{
+    return {_mm_or_si128(a.V, b.V)};
+}
+inline VI32 ShiftRightI32(VI32 a, int bits) // arithmetic
+{
+    return {_mm_srai_epi32(a.V, bits)};
+}
+inline VI32 ShiftLeftI32(VI32 a, int bits)
+{
+    return {_mm_slli_epi32(a.V, bits)};
+}
+inline VI32 MulAddWords(VI32 pairs, VI32 weights)
+{
+    return {_mm_madd_epi16(pairs.V, weights.V)};
+}
+inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
+{
+    const __m128i bytes =
+        _mm_packus_epi16(_mm_packs_epi32(c0.V, c1.V), _mm_packs_epi32(c2.V, c2.V));
+    return ShuffleBytes({bytes}, _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+}
+inline VF32 FloorF32(VF32 v)
+{
+    return {_mm_floor_ps(v.V)};
+}
+
+#endif
+
+template <int kCh> inline VI32 LoadPixels(const Ipp8u* p)
+{
+    if constexpr (kCh == 3)
+        return LoadPixels3(p);
+    else
+        return LoadPixels4(p);
+}
+
+template <int kCh> inline void StorePixels(Ipp8u* p, VI32 v)
+{
+    if constexpr (kCh == 3)
+        StorePixels3(p, v);
+    else
+        StorePixels4(p, v);
+}
+
+// Channel c (0 ... 2) of pixel lanes.
+inline VI32 ChannelOf(VI32 pixels, int c)
+{
+    return And(ShiftRightI32(pixels, 8 * c), SplatI32(0xFF));
+}
+
+// The word pairs (channel 0, channel 1) and (channel 2, 1) of pixel lanes, for MulAddWords.
+struct TWordPairs {
+    VI32 P01, P2;
+};
+inline TWordPairs WordPairsOf(VI32 pixels)
+{
+    return {ShuffleBytes(pixels, _mm_setr_epi8(FX_PAIR01)),
+            OrI32(ShuffleBytes(pixels, _mm_setr_epi8(FX_PAIR2)), SplatI32(1 << 16))};
+}
+
+#undef FX_PIXELS3_SPREAD
+#undef FX_PIXELS3_GATHER
+#undef FX_PAIR01
+#undef FX_PAIR2
+
+// Runs convert (pixel lanes -> pixel lanes) over every pixel of an image of kCh channels (3, or
+// 4 with alpha kept). Full vectors go straight between the rows; a row's last pixels through a
+// small buffer, so no byte outside the row is read or written.
+template <int kCh, class Convert>
+inline IppStatus ConvertPixelLanes(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
+                                   IppiSize roi, Convert convert)
+{
+    for (int y = 0; y < roi.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        int x = 0;
+        for (; x + kLanes32 <= roi.width; x += kLanes32)
+            StorePixels<kCh>(out + x * kCh, convert(LoadPixels<kCh>(in + x * kCh)));
+        if (x < roi.width) {
+            const std::size_t bytes = std::size_t(roi.width - x) * kCh;
+            alignas(64) Ipp8u inBuf[4 * kLanes32] = {}, outBuf[4 * kLanes32] = {};
+            std::memcpy(inBuf, in + x * kCh, bytes);
+            std::memcpy(outBuf, out + x * kCh, bytes);
+            StorePixels<kCh>(outBuf, convert(LoadPixels<kCh>(inBuf)));
+            std::memcpy(out + x * kCh, outBuf, bytes);
+        }
+    }
+    return ippStsNoErr;
+}
+
+} // namespace framix::prim::FX_SIMD_NS
