@@ -125,8 +125,8 @@ inline const Ipp32f* ReciprocalEstimates()
 // A fixed-point matrix (FXColorMatrix.h) on pixel lanes, exactly as the reference computes it.
 // Each weight (and the bias) is split into k * 65536 + w with w in [-32768, 32767]: k c * 65536
 // is a whole multiple of 65536, so the floor of the sum is the sum of the k c plus the floor of
-// the sum of the w c, and that needs only 16-bit multiply-adds (two per output channel, a pixel
-// per 32-bit lane as word pairs (c0, c1) and (c2, 1)).
+// the sum of the w c. The second needs two 16-bit multiply-adds per output channel (a pixel per
+// 32-bit lane as word pairs (c0, c1) and (c2, 1)); the k are small (0, 1 or -1 mostly).
 constexpr int FixedHigh(int w)
 {
     return (w + 32768) >> 16;
@@ -136,25 +136,37 @@ constexpr int FixedLow(int w)
     return w - FixedHigh(w) * 65536;
 }
 
-template <TFXFixedMatrix M, int kRow> inline VI32 FixedRow(const TWordPairs& pairs)
+// sum + k c.
+template <int kK> inline VI32 AddMultiple(VI32 sum, VI32 c)
+{
+    if constexpr (kK == 0)
+        return sum;
+    else if constexpr (kK == 1)
+        return Add(sum, c);
+    else if constexpr (kK == -1)
+        return Sub(sum, c);
+    else
+        return Add(sum, MulLo(c, SplatI32(kK)));
+}
+
+template <TFXFixedMatrix M, int kRow>
+inline VI32 FixedRow(const TWordPairs& pairs, const VI32 (&c)[3])
 {
     constexpr const int* w = M.W[kRow];
     constexpr int bias = M.Bias[kRow];
     const VI32 low = Add(MulAddWords(pairs.P01, AsI32(SplatPair16(FixedLow(w[0]), FixedLow(w[1])))),
                          MulAddWords(pairs.P2, AsI32(SplatPair16(FixedLow(w[2]), FixedLow(bias)))));
-    const VI32 floor = ShiftRightI32(low, 16);
-    if constexpr (FixedHigh(w[0]) == 0 && FixedHigh(w[1]) == 0 && FixedHigh(w[2]) == 0)
-        return Add(floor, SplatI32(FixedHigh(bias)));
-    else
-        return Add(floor,
-                   Add(MulAddWords(pairs.P01, AsI32(SplatPair16(FixedHigh(w[0]), FixedHigh(w[1])))),
-                       MulAddWords(pairs.P2, AsI32(SplatPair16(FixedHigh(w[2]), FixedHigh(bias))))));
+    VI32 sum = Add(ShiftRightI32(low, 16), SplatI32(FixedHigh(bias)));
+    sum = AddMultiple<FixedHigh(w[0])>(sum, c[0]);
+    sum = AddMultiple<FixedHigh(w[1])>(sum, c[1]);
+    return AddMultiple<FixedHigh(w[2])>(sum, c[2]);
 }
 
 template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
 {
     const TWordPairs pairs = WordPairsOf(pixels);
-    return PixelsOf(FixedRow<M, 0>(pairs), FixedRow<M, 1>(pairs), FixedRow<M, 2>(pairs));
+    const VI32 c[3] = {ChannelOf(pixels, 0), ChannelOf(pixels, 1), ChannelOf(pixels, 2)};
+    return PixelsOf(FixedRow<M, 0>(pairs, c), FixedRow<M, 1>(pairs, c), FixedRow<M, 2>(pairs, c));
 }
 
 } // namespace framix::prim::FX_SIMD_NS
