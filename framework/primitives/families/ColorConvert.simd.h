@@ -8,13 +8,6 @@
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
 
-namespace framix::prim::ref {
-template <class T, TFXLayout L>
-IppStatus RGBToLUV(const T*, int, T*, int, IppiSize);
-template <class T, TFXLayout L>
-IppStatus BGRToLab(const T*, int, T*, int, IppiSize);
-} // namespace framix::prim::ref
-
 namespace framix::prim::FX_SIMD_NS {
 namespace {
 
@@ -68,9 +61,9 @@ IppStatus RGBToHSV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
 }
 
 template <class T, TFXLayout L>
-IppStatus RGBToLUV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+IppStatus RGBToLUV(const T*, int, T*, int, IppiSize)
 {
-    return ref::RGBToLUV<T, L>(pSrc, srcStep, pDst, dstStep, roiSize); // no vector path yet
+    return kFXDeclined; // no vector kernel (an empty table entry)
 }
 
 template <class T, TFXLayout L>
@@ -101,11 +94,11 @@ IppStatus RGBToYUV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
 }
 
 template <class T, TFXLayout L>
-IppStatus BGRToLab(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+IppStatus BGRToLab(const T*, int, T*, int, IppiSize)
 {
-    return ref::BGRToLab<T, L>(pSrc, srcStep, pDst, dstStep, roiSize); // no vector path yet
+    return kFXDeclined; // no vector kernel (an empty table entry)
 }
 
-FX_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
+FX_COLOR_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
 
 } // namespace framix::prim::FX_SIMD_NS

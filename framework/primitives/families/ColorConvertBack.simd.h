@@ -8,13 +8,6 @@
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
 
-namespace framix::prim::ref {
-template <class T, TFXLayout L>
-IppStatus LUVToRGB(const T*, int, T*, int, IppiSize);
-template <class T, TFXLayout L>
-IppStatus LabToBGR(const T*, int, T*, int, IppiSize);
-} // namespace framix::prim::ref
-
 namespace framix::prim::FX_SIMD_NS {
 namespace {
 
@@ -96,17 +89,17 @@ IppStatus YCbCrToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize 
 }
 
 template <class T, TFXLayout L>
-IppStatus LUVToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+IppStatus LUVToRGB(const T*, int, T*, int, IppiSize)
 {
-    return ref::LUVToRGB<T, L>(pSrc, srcStep, pDst, dstStep, roiSize); // no vector path yet
+    return kFXDeclined; // no vector kernel (an empty table entry)
 }
 
 template <class T, TFXLayout L>
-IppStatus LabToBGR(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+IppStatus LabToBGR(const T*, int, T*, int, IppiSize)
 {
-    return ref::LabToBGR<T, L>(pSrc, srcStep, pDst, dstStep, roiSize); // no vector path yet
+    return kFXDeclined; // no vector kernel (an empty table entry)
 }
 
-FX_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
+FX_COLOR_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -11,6 +11,7 @@
 #include "framework/primitives/simd/FXVecPixels.h"
 
 #include <bit>
+#include <string_view>
 
 namespace framix::prim::FX_SIMD_NS {
 
@@ -169,4 +170,22 @@ template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
     return PixelsOf(FixedRow<M, 0>(pairs, c), FixedRow<M, 1>(pairs, c), FixedRow<M, 2>(pairs, c));
 }
 
+// The conversions through the CIE spaces (LUV, Lab) have no vector kernels yet: in the colour
+// families' kernel tables their entries stay empty, so the reference runs for them.
+constexpr bool HasVectorKernel(std::string_view op)
+{
+    return op.find("LUV") == std::string_view::npos && op.find("Lab") == std::string_view::npos;
+}
+
 } // namespace framix::prim::FX_SIMD_NS
+
+#define FX_COLOR_KERNEL_ENTRY(name, Op, Shape, T, L)                                               \
+    HasVectorKernel(#Op) ? reinterpret_cast<::framix::prim::TFXAnyFn>(                             \
+                               &Op<T, ::framix::prim::TFXLayout::L>)                               \
+                         : nullptr,
+#define FX_COLOR_KERNEL_TABLE(Fam, LIST)                                                           \
+    ::framix::prim::TFXKernelTable Fam##Kernels()                                                  \
+    {                                                                                              \
+        static const ::framix::prim::TFXAnyFn kTable[] = {LIST(FX_COLOR_KERNEL_ENTRY)};            \
+        return kTable;                                                                             \
+    }
