@@ -3,9 +3,11 @@
 // IPP-named variables.
 #include "framework/primitives/dispatch/FXPrimitiveLayer.h"
 #include "framework/primitives/dispatch/Fxdispatcher.h"
+#include "framework/primitives/FXPrimitiveRegistry.h"
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <vector>
 
 namespace framix::test {
@@ -72,6 +74,39 @@ TEST_F(FilterBox, SixteenBitAverageUsesTheFullRange)
 }
 
 // Channels are filtered independently, and C4 filters the fourth channel like the others.
+// 16-bit averages near the top of the range, where the vector kernels' float division is
+// closest to its limit (sums up to 30 * 65535): every level gives the reference's bytes, ties
+// of the even 6x5 mask included.
+TEST_F(FilterBox, SixteenBitAveragesOfLargeSumsAreExactAtEveryLevel)
+{
+    const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive("ippiFilterBox_16u_C1R");
+    ASSERT_NE(p, nullptr);
+    constexpr int kW = 301, kH = 12;
+    std::vector<Ipp16u> src(std::size_t(kW) * kH);
+    std::mt19937 rng(7);
+    for (Ipp16u& v : src)
+        v = Ipp16u(65535 - rng() % 64); // many windows with equal sums: ties for even counts
+    for (const IppiSize mask : {IppiSize{5, 5}, IppiSize{6, 5}, IppiSize{5, 6}}) {
+        prim::TFXShapeArgs a;
+        a.Src = src.data();
+        a.SrcStep = kW * 2;
+        a.Roi = {kW - mask.width + 1, kH - mask.height + 1};
+        a.DstStep = a.Roi.width * 2;
+        a.Mask = mask;
+        std::vector<Ipp16u> expected(std::size_t(a.Roi.width) * a.Roi.height), actual(expected);
+        a.Dst = expected.data();
+        ASSERT_EQ(prim::FXCallShape(p->Shape, p->Sample, p->At(TFXSimdLevel::Ref), a), ippStsNoErr);
+        for (TFXSimdLevel level : kFXAllSimdLevels) {
+            if (!p->Has(level) || !FXCpuSupports(level))
+                continue;
+            a.Dst = actual.data();
+            ASSERT_EQ(prim::FXCallShape(p->Shape, p->Sample, p->At(level), a), ippStsNoErr);
+            EXPECT_EQ(actual, expected) << FXLevelName(level) << ", mask " << mask.width << "x"
+                                        << mask.height;
+        }
+    }
+}
+
 TEST_F(FilterBox, ChannelsAreIndependentAndC4FiltersAlpha)
 {
     const Ipp8u rgba[] = {10, 100, 200, 0, 20, 110, 100, 255, 60, 0, 0, 1};

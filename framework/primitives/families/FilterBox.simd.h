@@ -43,7 +43,7 @@ IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize d
             s = Add(s, LoadWiden(FXRowAt(first, srcStep, dy) + at));
         StoreI32(col + at, s);
     }
-    const bool small = (2 * kFXSampleMax<T> + 1) * count < (std::int64_t(1) << 21);
+    const bool small = (kFXSampleMax<T> + 1) * count < (std::int64_t(1) << 21);
     const VI32 countV = SplatI32(int(count));
     const VI32 twiceCount = SplatI32(int(2 * count));
     const VF32 reciprocal = SplatF32(1.0f / float(count));

@@ -27,11 +27,12 @@ inline VI32 DivRoundHalfEven(VI32 sum, VI32 count, VF32 reciprocal)
     return Sub(q, up);
 }
 
-// The same result with fewer steps, for 2 * sum + count < 2^21 (8-bit images up to 4103
-// samples per mask, 16-bit ones up to 16): halves to even is floor((2 sum + count) / (2 count)),
-// one lower when that division is exact and gives an odd quotient (a tie). The float quotient
-// of (2 sum + count + 0.5) stays at least 0.5 / (2 count) from every integer, far more than its
-// rounding error, so truncating it is the exact floor.
+// The same result with fewer steps, for sum + count < 2^21 (8-bit images up to 8192 samples
+// per mask, 16-bit ones up to 31): halves to even is floor((2 sum + count) / (2 count)), one
+// lower when that division is exact and gives an odd quotient (a tie). The float quotient t of
+// (2 sum + count + 0.5) (exact as a float) stays at least 1 / (4 count) from every integer; two
+// roundings (the reciprocal, the product) move it by less than t 2^-23, which is below that
+// while t count = sum + count / 2 + 1/4 < 2^21, so truncating it is the exact floor.
 inline VI32 DivRoundHalfEvenSmall(VI32 sum, VI32 twiceCount, VF32 reciprocalOfTwice, VI32 count)
 {
     const VI32 one = SplatI32(1);
