@@ -205,7 +205,8 @@ TEST(ColorConvert, EveryLevelEqualsTheReferenceAcrossTheColourCube)
         std::vector<Ipp8u> src(std::size_t(kWidth) * kHeight * 3);
         for (int i = 0; i < kWidth * kHeight; ++i)
             for (int c = 0; c < 3; ++c)
-                src[std::size_t(i) * 3 + c] = Ipp8u((unsigned(i % kColours) * 2654435761u) >> (8 * c));
+                src[std::size_t(i) * 3 + c] =
+                    Ipp8u((unsigned(i % kColours) * 2654435761u) >> (8 * c));
         prim::TFXShapeArgs a;
         a.Src = src.data();
         a.SrcStep = a.DstStep = kWidth * 3;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Box and rank filters on tiny images with hand-computed bytes, called through the bound
 // IPP-named variables.
+#include "framework/primitives/FXPrimitiveRegistry.h"
 #include "framework/primitives/dispatch/FXPrimitiveLayer.h"
 #include "framework/primitives/dispatch/Fxdispatcher.h"
-#include "framework/primitives/FXPrimitiveRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -101,8 +101,8 @@ TEST_F(FilterBox, SixteenBitAveragesOfLargeSumsAreExactAtEveryLevel)
                 continue;
             a.Dst = actual.data();
             ASSERT_EQ(prim::FXCallShape(p->Shape, p->Sample, p->At(level), a), ippStsNoErr);
-            EXPECT_EQ(actual, expected) << FXLevelName(level) << ", mask " << mask.width << "x"
-                                        << mask.height;
+            EXPECT_EQ(actual, expected)
+                << FXLevelName(level) << ", mask " << mask.width << "x" << mask.height;
         }
     }
 }

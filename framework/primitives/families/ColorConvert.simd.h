@@ -20,14 +20,13 @@ VI32 HsvFromRgb(VI32 pixels, const Ipp32f* reciprocal)
     const VI32 hi = MaxI32(MaxI32(r, g), b), lo = MinI32(MinI32(r, g), b);
     const VI32 spread = Sub(hi, lo);
     const VI32 chroma = CmpGt(spread, zero);
-    const VI32 s = And(
-        RoundToI32(Mul(ToF32(MulLo(spread, SplatI32(255))), Lookup(reciprocal, hi))), chroma);
+    const VI32 s =
+        And(RoundToI32(Mul(ToF32(MulLo(spread, SplatI32(255))), Lookup(reciprocal, hi))), chroma);
     const VI32 isR = And(EqualsAtMost(hi, r), CmpGt(r, b));
     const VI32 isG = And(EqualsAtMost(hi, g), CmpGt(g, r));
     const VI32 num = Select(isR, Sub(g, b), Select(isG, Sub(b, r), Sub(r, g)));
     const VI32 sextant = Select(isR, zero, Select(isG, SplatI32(2), SplatI32(4)));
-    VF32 h = Mul(Add(ToF32(sextant), Mul(ToF32(num), Lookup(reciprocal, spread))),
-                 SplatF32(42.5f));
+    VF32 h = Mul(Add(ToF32(sextant), Mul(ToF32(num), Lookup(reciprocal, spread))), SplatF32(42.5f));
     h = Select(CmpGt(SplatF32(0.0f), h), Add(h, SplatF32(255.0f)), h);
     return PixelsOf(And(RoundToI32(h), chroma), s, hi);
 }
@@ -42,8 +41,8 @@ VI32 YccFromRgb(VI32 pixels)
 {
     const VF32 r = ToF32(ChannelOf(pixels, 0)), g = ToF32(ChannelOf(pixels, 1)),
                b = ToF32(ChannelOf(pixels, 2));
-    const VF32 y = Add(Add(Mul(SplatF32(0.299f), r), Mul(SplatF32(0.587f), g)),
-                       Mul(SplatF32(0.114f), b));
+    const VF32 y =
+        Add(Add(Mul(SplatF32(0.299f), r), Mul(SplatF32(0.587f), g)), Mul(SplatF32(0.114f), b));
     return PixelsOf(
         TruncatedSample(Mul(y, SplatF32(1.0f / 1.402f))),
         TruncatedSample(Add(Mul(SplatF32(111.4f / 255.0f), Sub(b, y)), SplatF32(156.0f))),
@@ -60,44 +59,20 @@ IppStatus RGBToHSV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
                                             [&](VI32 p) { return HsvFromRgb(p, reciprocal); });
 }
 
-template <class T, TFXLayout L>
-IppStatus RGBToLUV(const T*, int, T*, int, IppiSize)
-{
-    return kFXDeclined; // no vector kernel (an empty table entry)
-}
+template <class T, TFXLayout L> constexpr auto& RGBToLUV = NoVectorKernel;
 
 template <class T, TFXLayout L>
-IppStatus RGBToXYZ(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                            FixedConvert<kFXRgbToXyz>);
-}
+constexpr auto& RGBToXYZ = ConvertWith<L, FixedConvert<kFXRgbToXyz>>;
+
+template <class T, TFXLayout L> constexpr auto& RGBToYCC = ConvertWith<L, YccFromRgb>;
 
 template <class T, TFXLayout L>
-IppStatus RGBToYCC(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize, YccFromRgb);
-}
+constexpr auto& RGBToYCbCr = ConvertWith<L, FixedConvert<kFXRgbToYCbCr>>;
 
 template <class T, TFXLayout L>
-IppStatus RGBToYCbCr(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                            FixedConvert<kFXRgbToYCbCr>);
-}
+constexpr auto& RGBToYUV = ConvertWith<L, FixedConvert<kFXRgbToYuv>>;
 
-template <class T, TFXLayout L>
-IppStatus RGBToYUV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                            FixedConvert<kFXRgbToYuv>);
-}
-
-template <class T, TFXLayout L>
-IppStatus BGRToLab(const T*, int, T*, int, IppiSize)
-{
-    return kFXDeclined; // no vector kernel (an empty table entry)
-}
+template <class T, TFXLayout L> constexpr auto& BGRToLab = NoVectorKernel;
 
 FX_COLOR_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
 

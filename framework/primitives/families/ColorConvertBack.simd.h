@@ -37,7 +37,8 @@ VI32 RgbFromHsv(VI32 pixels)
     for (int i = 1; i < 6; ++i)
         below[i] = CmpGt(SplatI32(i), sextant);
     // Sextants 0 ... 5: R = v n m m k v, G = k v v n m m, B = m m k v v n.
-    const VI32 r = Select(below[1], v8, Select(below[2], n, Select(below[4], m, Select(below[5], k, v8))));
+    const VI32 r =
+        Select(below[1], v8, Select(below[2], n, Select(below[4], m, Select(below[5], k, v8))));
     const VI32 g = Select(below[1], k, Select(below[3], v8, Select(below[4], n, m)));
     const VI32 b = Select(below[2], m, Select(below[3], k, Select(below[5], v8, n)));
     return PixelsOf(r, g, b);
@@ -55,50 +56,22 @@ VI32 RgbFromYcc(VI32 pixels)
 
 } // namespace
 
-template <class T, TFXLayout L>
-IppStatus HSVToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize, RgbFromHsv);
-}
+template <class T, TFXLayout L> constexpr auto& HSVToRGB = ConvertWith<L, RgbFromHsv>;
 
 template <class T, TFXLayout L>
-IppStatus YUVToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                            FixedConvert<kFXYuvToRgb>);
-}
+constexpr auto& YUVToRGB = ConvertWith<L, FixedConvert<kFXYuvToRgb>>;
 
 template <class T, TFXLayout L>
-IppStatus XYZToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                            FixedConvert<kFXXyzToRgb>);
-}
+constexpr auto& XYZToRGB = ConvertWith<L, FixedConvert<kFXXyzToRgb>>;
+
+template <class T, TFXLayout L> constexpr auto& YCCToRGB = ConvertWith<L, RgbFromYcc>;
 
 template <class T, TFXLayout L>
-IppStatus YCCToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize, RgbFromYcc);
-}
+constexpr auto& YCbCrToRGB = ConvertWith<L, FixedConvert<kFXYCbCrToRgb>>;
 
-template <class T, TFXLayout L>
-IppStatus YCbCrToRGB(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
-{
-    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                            FixedConvert<kFXYCbCrToRgb>);
-}
+template <class T, TFXLayout L> constexpr auto& LUVToRGB = NoVectorKernel;
 
-template <class T, TFXLayout L>
-IppStatus LUVToRGB(const T*, int, T*, int, IppiSize)
-{
-    return kFXDeclined; // no vector kernel (an empty table entry)
-}
-
-template <class T, TFXLayout L>
-IppStatus LabToBGR(const T*, int, T*, int, IppiSize)
-{
-    return kFXDeclined; // no vector kernel (an empty table entry)
-}
+template <class T, TFXLayout L> constexpr auto& LabToBGR = NoVectorKernel;
 
 FX_COLOR_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
 

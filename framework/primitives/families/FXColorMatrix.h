@@ -27,7 +27,8 @@ constexpr TFXFixedMatrix FXCentred(TFXFixedMatrix m, int o0, int o1, int o2)
 // Y'UV (truncating): Y = 0.299R + 0.587G + 0.114B, U = 0.492(B - Y) + 128,
 // V = 0.877(R - Y) + 128.
 inline constexpr TFXFixedMatrix kFXRgbToYuv = {
-    {{19595, 38470, 7471}, {-9634, -18940, 28574}, {40305, -33751, -6554}}, {0, 128 << 16, 128 << 16}};
+    {{19595, 38470, 7471}, {-9634, -18940, 28574}, {40305, -33751, -6554}},
+    {0, 128 << 16, 128 << 16}};
 
 // BT.601 studio range (rounding): Y in 16 ... 235, Cb and Cr around 128.
 inline constexpr TFXFixedMatrix kFXRgbToYCbCr = {

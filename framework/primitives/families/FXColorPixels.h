@@ -28,7 +28,8 @@ inline TFXColor FXFixedConvert(const TFXFixedMatrix& m, int c0, int c1, int c2)
 {
     TFXColor out;
     for (int i = 0; i < 3; ++i)
-        out[i] = FXSaturate<Ipp8u>((m.W[i][0] * c0 + m.W[i][1] * c1 + m.W[i][2] * c2 + m.Bias[i]) >> 16);
+        out[i] =
+            FXSaturate<Ipp8u>((m.W[i][0] * c0 + m.W[i][1] * c1 + m.W[i][2] * c2 + m.Bias[i]) >> 16);
     return out;
 }
 

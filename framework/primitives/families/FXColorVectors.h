@@ -170,6 +170,21 @@ template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
     return PixelsOf(FixedRow<M, 0>(pairs, c), FixedRow<M, 1>(pairs, c), FixedRow<M, 2>(pairs, c));
 }
 
+// A colour family's kernel for layout L that converts every pixel with kConvert (pixel lanes
+// -> pixel lanes); each Op names one, as `template <class T, TFXLayout L> constexpr auto& Op =
+// ConvertWith<L, Convert>;`.
+template <TFXLayout L, auto kConvert>
+IppStatus ConvertWith(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi)
+{
+    return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roi, kConvert);
+}
+
+// The entry of a conversion without a vector kernel (never called: see FX_COLOR_KERNEL_TABLE).
+inline IppStatus NoVectorKernel(const Ipp8u*, int, Ipp8u*, int, IppiSize)
+{
+    return kFXDeclined;
+}
+
 // The conversions through the CIE spaces (LUV, Lab) have no vector kernels yet: in the colour
 // families' kernel tables their entries stay empty, so the reference runs for them.
 constexpr bool HasVectorKernel(std::string_view op)
@@ -180,9 +195,9 @@ constexpr bool HasVectorKernel(std::string_view op)
 } // namespace framix::prim::FX_SIMD_NS
 
 #define FX_COLOR_KERNEL_ENTRY(name, Op, Shape, T, L)                                               \
-    HasVectorKernel(#Op) ? reinterpret_cast<::framix::prim::TFXAnyFn>(                             \
-                               &Op<T, ::framix::prim::TFXLayout::L>)                               \
-                         : nullptr,
+    HasVectorKernel(#Op)                                                                           \
+        ? reinterpret_cast<::framix::prim::TFXAnyFn>(&Op<T, ::framix::prim::TFXLayout::L>)         \
+        : nullptr,
 #define FX_COLOR_KERNEL_TABLE(Fam, LIST)                                                           \
     ::framix::prim::TFXKernelTable Fam##Kernels()                                                  \
     {                                                                                              \

@@ -28,8 +28,8 @@ namespace framix::prim::FX_SIMD_NS {
 inline VI32 LoadPixels3(const Ipp8u* p)
 {
     const __m512i v = _mm512_maskz_loadu_epi8(__mmask64(0xFFFFFFFFFFFFull), p);
-    const __m512i blocks =
-        _mm512_permutexvar_epi32(_mm512_setr_epi32(0, 1, 2, 2, 3, 4, 5, 5, 6, 7, 8, 8, 9, 10, 11, 11), v);
+    const __m512i blocks = _mm512_permutexvar_epi32(
+        _mm512_setr_epi32(0, 1, 2, 2, 3, 4, 5, 5, 6, 7, 8, 8, 9, 10, 11, 11), v);
     return {_mm512_shuffle_epi8(blocks, _mm512_broadcast_i32x4(_mm_setr_epi8(FX_PIXELS3_SPREAD)))};
 }
 inline void StorePixels3(Ipp8u* p, VI32 v)
@@ -71,9 +71,10 @@ inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 // Three channel lanes saturated to 0 ... 255 (any 32-bit value), as pixel lanes.
 inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
-    const __m512i bytes = _mm512_packus_epi16(_mm512_packs_epi32(c0.V, c1.V),
-                                              _mm512_packs_epi32(c2.V, c2.V));
-    return ShuffleBytes({bytes}, _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+    const __m512i bytes =
+        _mm512_packus_epi16(_mm512_packs_epi32(c0.V, c1.V), _mm512_packs_epi32(c2.V, c2.V));
+    return ShuffleBytes({bytes},
+                        _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
 }
 inline VF32 FloorF32(VF32 v)
 {
@@ -88,13 +89,13 @@ inline VI32 LoadPixels3(const Ipp8u* p)
     const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
     const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8));
     const __m256i v = _mm256_set_m128i(hi, lo);
-    return {_mm256_shuffle_epi8(v, _mm256_setr_epi8(FX_PIXELS3_SPREAD, 4, 5, 6, -1, 7, 8, 9, -1,
-                                                    10, 11, 12, -1, 13, 14, 15, -1))};
+    return {_mm256_shuffle_epi8(v, _mm256_setr_epi8(FX_PIXELS3_SPREAD, 4, 5, 6, -1, 7, 8, 9, -1, 10,
+                                                    11, 12, -1, 13, 14, 15, -1))};
 }
 inline void StorePixels3(Ipp8u* p, VI32 v)
 {
-    const __m256i packed = _mm256_shuffle_epi8(
-        v.V, _mm256_setr_epi8(FX_PIXELS3_GATHER, FX_PIXELS3_GATHER));
+    const __m256i packed =
+        _mm256_shuffle_epi8(v.V, _mm256_setr_epi8(FX_PIXELS3_GATHER, FX_PIXELS3_GATHER));
     const __m256i ordered =
         _mm256_permutevar8x32_epi32(packed, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(ordered));
@@ -133,9 +134,10 @@ inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 }
 inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
-    const __m256i bytes = _mm256_packus_epi16(_mm256_packs_epi32(c0.V, c1.V),
-                                              _mm256_packs_epi32(c2.V, c2.V));
-    return ShuffleBytes({bytes}, _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+    const __m256i bytes =
+        _mm256_packus_epi16(_mm256_packs_epi32(c0.V, c1.V), _mm256_packs_epi32(c2.V, c2.V));
+    return ShuffleBytes({bytes},
+                        _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
 }
 inline VF32 FloorF32(VF32 v)
 {
@@ -167,7 +169,8 @@ inline VI32 LoadPixels4(const Ipp8u* p)
 inline void StorePixels4(Ipp8u* p, VI32 v)
 {
     __m128i* at = reinterpret_cast<__m128i*>(p);
-    _mm_storeu_si128(at, _mm_blendv_epi8(v.V, _mm_loadu_si128(at), _mm_set1_epi32(int(0xFF000000u))));
+    _mm_storeu_si128(at,
+                     _mm_blendv_epi8(v.V, _mm_loadu_si128(at), _mm_set1_epi32(int(0xFF000000u))));
 }
 inline VI32 ShuffleBytes(VI32 v, __m128i pattern)
 {
@@ -193,7 +196,8 @@ inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
     const __m128i bytes =
         _mm_packus_epi16(_mm_packs_epi32(c0.V, c1.V), _mm_packs_epi32(c2.V, c2.V));
-    return ShuffleBytes({bytes}, _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+    return ShuffleBytes({bytes},
+                        _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
 }
 inline VF32 FloorF32(VF32 v)
 {
