@@ -2,10 +2,6 @@
 // The fixed filters.
 #include "filters/neighbourhood/FXFixedFilter.h"
 
-#include <algorithm>
-#include <bit>
-#include <cstring>
-
 #include "framework/primitives/dispatch/Fxdispatcher.h"
 #include "framework/properties/FXPalette.h"
 
@@ -14,28 +10,6 @@ namespace framix {
 namespace {
 
 bool TakesMaskSide(TFXFixedFilterType type) { return type >= ftLaplace && type <= ftLowpass; }
-
-// Copies the alpha byte of every pixel of a size.width x size.height four-channel region.
-// (The effect of ippiCopy_8u_C4CR on the fourth channel, which the primitive layer does not
-// offer yet.)
-void CopyAlpha(const std::uint8_t* source, int sourceStride, std::uint8_t* destination,
-               int destinationStride, IppiSize size)
-{
-    static_assert(std::endian::native == std::endian::little, "alpha is the top byte");
-    for (int y = 0; y < size.height; ++y) {
-        const std::uint8_t* __restrict s = source + std::ptrdiff_t(y) * sourceStride;
-        std::uint8_t* __restrict d = destination + std::ptrdiff_t(y) * destinationStride;
-        // Whole pixels, so the compiler can blend them in vector registers.
-#pragma GCC ivdep
-        for (int x = 0; x < size.width; ++x) {
-            std::uint32_t from, to;
-            std::memcpy(&from, s + 4 * x, 4);
-            std::memcpy(&to, d + 4 * x, 4);
-            to = (to & 0x00FFFFFFu) | (from & 0xFF000000u);
-            std::memcpy(d + 4 * x, &to, 4);
-        }
-    }
-}
 
 } // namespace
 
@@ -112,7 +86,11 @@ void TFXFixedFilter::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
         return;                       // and the output keeps the input image
     }
     const std::uint8_t* source = input.GetReadPointer();
-    std::uint8_t* destination = PrepareOutput(input, output, processed);
+    // vfRGB32 starts as a whole copy of the input: the four-channel variants leave alpha alone,
+    // so alpha leaves exactly as it came in, everywhere, without a second pass over the frame
+    // (copying is cheaper than restoring the alpha of fresh memory afterwards).
+    std::uint8_t* destination = format == vfRGB32 ? output.GetModifyPointer()
+                                                  : PrepareOutput(input, output, processed);
     ReclaculateRoiAndOffset(roi, source, input.GetRowStride(), output, destination, format);
 
     const int sourceStride = input.GetRowStride();
@@ -121,27 +99,9 @@ void TFXFixedFilter::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
     const IppiMaskSize mask = FMaskSize == fms5x5 ? ippMskSize5x5 : ippMskSize3x3;
     // The variant for the format: vfRGB32 AC4 (alpha untouched), vfGray8 C1, vfGray16 the
     // 16-bit C1 function, every other format C3.
-    // vfRGB32 runs in bands of rows, each band's alpha restored while it is still in cache:
-    // restoring the whole frame afterwards would read and write it all once more.
-    auto banded = [&](auto ac4, auto... maskCode) -> IppStatus {
-        constexpr int kBandRows = 32;
-        IppStatus first = ippStsNoErr;
-        for (int top = 0; top < size.height; top += kBandRows) {
-            const IppiSize band{size.width, std::min(kBandRows, size.height - top)};
-            const std::uint8_t* s = source + std::ptrdiff_t(top) * sourceStride;
-            std::uint8_t* d = destination + std::ptrdiff_t(top) * destinationStride;
-            const IppStatus status = ac4(s, sourceStride, d, destinationStride, band, maskCode...);
-            // Alpha leaves exactly as it came in (outside the region it was copied with the
-            // pixels).
-            CopyAlpha(s, sourceStride, d, destinationStride, band);
-            if (first == ippStsNoErr)
-                first = status;
-        }
-        return first;
-    };
     auto run = [&](auto c1, auto c3, auto ac4, auto c1_16u, auto... maskCode) -> IppStatus {
         if (format == vfRGB32)
-            return banded(ac4, maskCode...);
+            return ac4(source, sourceStride, destination, destinationStride, size, maskCode...);
         if (format == vfGray8)
             return c1(source, sourceStride, destination, destinationStride, size, maskCode...);
         if (format == vfGray16)
@@ -203,14 +163,13 @@ void TFXFixedFilter::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
         break;
     case ftMedianColor:  // no single-channel variants: grey frames arrive as vfRGB24
         status = format == vfRGB32
-                     ? banded(ippiFilterMedianColor_8u_AC4R, mask)
+                     ? ippiFilterMedianColor_8u_AC4R(source, sourceStride, destination,
+                                                     destinationStride, size, mask)
                      : ippiFilterMedianColor_8u_C3R(source, sourceStride, destination,
                                                     destinationStride, size, mask);
         break;
     default: break;  // not a filter type: no primitive, the input passes
     }
-    if (FFilterType > ftMedianColor && format == vfRGB32)  // no primitive wrote: same rule
-        CopyAlpha(source, sourceStride, destination, destinationStride, size);
     FLastStatus = status;
     // Intentional: any error or warning of the primitive passes the input frame on unchanged.
     if (status != ippStsNoErr)
