@@ -43,7 +43,7 @@ TEST_P(FXBoxFilterFormats, EachModeOverTheMaskOnEveryChannel)
 {
     const TFXVideoFormat format = GetParam();
     const FXImageBufferPtr frame =
-        FlatFrame(8, 6, format, 0, 8 * FXFormatInfo(format).BytesPerPixel + 5);
+        FlatFrame(8, 6, format, 0, PaddedStride(8, format, 5));
     const int unit = format == vfGray16 ? 9 * 250 : 9;  // 16-bit samples beyond 255
     for (int y = 0; y < 6; ++y)
         for (int x = 0; x < 8; ++x)

@@ -75,7 +75,7 @@ TEST_P(FXFixedFilterFormats, FiltersColoursAndKeepsAlphaByteForByte)
     filter.GetROI().SetLeft(3);
     filter.GetROI().SetWidth(4);
     filter.GetROI().SetHeight(100);
-    const FXImageBufferPtr frame = FlatFrame(10, 7, format, 0, 10 * FXFormatInfo(format).BytesPerPixel + 3);
+    const FXImageBufferPtr frame = FlatFrame(10, 7, format, 0, PaddedStride(10, format, 3));
     for (int y = 0; y < 7; ++y)
         for (int x = 0; x < 10; ++x)
             for (int c = 0; c < Channels(format); ++c)

@@ -72,7 +72,7 @@ TEST_P(FXGaussianBlurFormats, OutputIsTheRowPassAloneAnchoredAtThree_Intentional
     h.Source().Announce(10, 7, format);
     const int pad = 13;  // a padded stride
     const FXImageBufferPtr frame =
-        FlatFrame(10, 7, format, 0, 10 * FXFormatInfo(format).BytesPerPixel + pad);
+        FlatFrame(10, 7, format, 0, PaddedStride(10, format, pad));
     for (int c = 0; c < Channels(format); ++c)
         SetSample(*frame, 4, 3, c, peak);
 

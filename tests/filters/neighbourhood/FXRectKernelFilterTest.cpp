@@ -127,7 +127,7 @@ TEST_P(FXRectKernelFilterFormats, ConvolvesInsideTheReachAndKeepsAlpha)
     filter.GetKernel().SetItem(2, 2, 1.0f);
     h.Source().Announce(9, 6, format);
     const FXImageBufferPtr frame =
-        FXRandomFrame(9, 6, format, 11, 9 * FXFormatInfo(format).BytesPerPixel + 7);
+        FXRandomFrame(9, 6, format, 11, PaddedStride(9, format, 7));
     const IFXImageBuffer& out = Filter(h, frame);
     for (int y = 0; y < 6; ++y)
         for (int x = 0; x < 9; ++x)

@@ -20,6 +20,14 @@ inline std::string FormatTestName(const testing::TestParamInfo<TFXVideoFormat>& 
 
 inline int Channels(TFXVideoFormat f) { return f == vfGray16 ? 1 : FXFormatInfo(f).BytesPerPixel; }
 
+// A row stride `pad` bytes or so beyond the row, kept a whole number of samples (16-bit rows
+// start on even addresses, as the primitives require).
+inline int PaddedStride(int width, TFXVideoFormat f, int pad)
+{
+    const int sample = FXFormatInfo(f).BytesPerSample;
+    return (width * FXFormatInfo(f).BytesPerPixel + pad + sample - 1) / sample * sample;
+}
+
 // Sample c of pixel (x, y): a byte, or a 16-bit value for vfGray16.
 inline int Sample(const IFXImageBuffer& frame, int x, int y, int c = 0)
 {
