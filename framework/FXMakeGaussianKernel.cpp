@@ -13,7 +13,7 @@ void FXMakeGaussianKernelS(float* kernel, int lastIndex, double sigma)
         return;
     const int taps = lastIndex + 1;
     sigma = std::fabs(sigma);
-    if (!(sigma > 0))  // zero or not a number
+    if (!(sigma > 0)) // zero or not a number
         sigma = taps / 6.0;
     const double centre = lastIndex / 2.0;
     std::vector<double> weights(std::size_t(taps), 1.0);

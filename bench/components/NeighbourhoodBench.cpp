@@ -50,7 +50,8 @@ FXImageBufferPtr RandomFrame(TFXVideoFormat format)
 
 void CountFrames(benchmark::State& state)
 {
-    state.counters["fps"] = benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
+    state.counters["fps"] =
+        benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
 }
 
 // The component between a source pin and a sink, fed the same frame again and again.
@@ -68,7 +69,7 @@ void RunComponent(benchmark::State& state, TFXVideoFormat format,
     sink->GetImageInputPin().SetSourcePin(&component->GetImageOutputPin());
     source->Output.Notify(TPXStartFrameOperation(kWidth, kHeight, 400000, format));
     const TPXSuppliedBufferOperation op(RandomFrame(format));
-    for (int i = 0; i < 3; ++i)  // warm the pools
+    for (int i = 0; i < 3; ++i) // warm the pools
         source->Output.Notify(op);
     for (auto _ : state)
         source->Output.Notify(op);
@@ -76,8 +77,8 @@ void RunComponent(benchmark::State& state, TFXVideoFormat format,
 }
 
 // The primitive calls alone, on the region the component hands them: the frame less `reach`.
-using TFXPrimitiveCall = std::function<void(const std::uint8_t* src, int srcStep,
-                                            std::uint8_t* dst, int dstStep, IppiSize roi)>;
+using TFXPrimitiveCall = std::function<void(const std::uint8_t* src, int srcStep, std::uint8_t* dst,
+                                            int dstStep, IppiSize roi)>;
 
 void RunPrimitive(benchmark::State& state, TFXVideoFormat format, TFXMaskReach reach,
                   const TFXPrimitiveCall& call)
@@ -86,7 +87,8 @@ void RunPrimitive(benchmark::State& state, TFXVideoFormat format, TFXMaskReach r
     const FXImageBufferPtr in = RandomFrame(format);
     const FXImageBufferPtr out = RandomFrame(format);
     const int bpp = in->GetBytesPerPixel();
-    const std::uint8_t* src = in->GetReadPointer() + reach.Top * in->GetRowStride() + reach.Left * bpp;
+    const std::uint8_t* src =
+        in->GetReadPointer() + reach.Top * in->GetRowStride() + reach.Left * bpp;
     std::uint8_t* dst = out->GetWritePointer() + reach.Top * out->GetRowStride() + reach.Left * bpp;
     const IppiSize roi{kWidth - reach.Left - reach.Right, kHeight - reach.Top - reach.Bottom};
     for (auto _ : state)
@@ -94,10 +96,14 @@ void RunPrimitive(benchmark::State& state, TFXVideoFormat format, TFXMaskReach r
     CountFrames(state);
 }
 
-template <class T>
-const T* As(const std::uint8_t* p) { return reinterpret_cast<const T*>(p); }
-template <class T>
-T* As(std::uint8_t* p) { return reinterpret_cast<T*>(p); }
+template <class T> const T* As(const std::uint8_t* p)
+{
+    return reinterpret_cast<const T*>(p);
+}
+template <class T> T* As(std::uint8_t* p)
+{
+    return reinterpret_cast<T*>(p);
+}
 
 // ---------------------------------------------------------------- primitive calls by format
 
@@ -122,7 +128,8 @@ TFXPrimitiveCall GaussianPasses(TFXVideoFormat f, int taps)
             ippiFilterRow32f_8u_C1R(s, ss, d, ds, r, k->data(), taps, a);
             break;
         default:
-            ippiFilterColumn32f_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, k->data(), taps, a);
+            ippiFilterColumn32f_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, k->data(), taps,
+                                        a);
             ippiFilterRow32f_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, k->data(), taps, a);
             break;
         }
@@ -135,12 +142,19 @@ TFXPrimitiveCall KernelFilter(TFXVideoFormat f, int side)
     const IppiSize m{side, side};
     const IppiPoint a{side / 2, side / 2};
     const int divisor = side * side;
-    return [f, k, m, a, divisor](const std::uint8_t* s, int ss, std::uint8_t* d, int ds, IppiSize r) {
+    return [f, k, m, a, divisor](const std::uint8_t* s, int ss, std::uint8_t* d, int ds,
+                                 IppiSize r) {
         using namespace ipp;
         switch (f) {
-        case vfRGB24: ippiFilter_8u_C3R(s, ss, d, ds, r, k->data(), m, a, divisor); break;
-        case vfRGB32: ippiFilter_8u_AC4R(s, ss, d, ds, r, k->data(), m, a, divisor); break;
-        case vfGray8: ippiFilter_8u_C1R(s, ss, d, ds, r, k->data(), m, a, divisor); break;
+        case vfRGB24:
+            ippiFilter_8u_C3R(s, ss, d, ds, r, k->data(), m, a, divisor);
+            break;
+        case vfRGB32:
+            ippiFilter_8u_AC4R(s, ss, d, ds, r, k->data(), m, a, divisor);
+            break;
+        case vfGray8:
+            ippiFilter_8u_C1R(s, ss, d, ds, r, k->data(), m, a, divisor);
+            break;
         default:
             ippiFilter_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, k->data(), m, a, divisor);
             break;
@@ -155,10 +169,18 @@ TFXPrimitiveCall BoxFilter(TFXVideoFormat f, int side)
     return [f, m, a](const std::uint8_t* s, int ss, std::uint8_t* d, int ds, IppiSize r) {
         using namespace ipp;
         switch (f) {
-        case vfRGB24: ippiFilterBox_8u_C3R(s, ss, d, ds, r, m, a); break;
-        case vfRGB32: ippiFilterBox_8u_C4R(s, ss, d, ds, r, m, a); break;
-        case vfGray8: ippiFilterBox_8u_C1R(s, ss, d, ds, r, m, a); break;
-        default: ippiFilterBox_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, m, a); break;
+        case vfRGB24:
+            ippiFilterBox_8u_C3R(s, ss, d, ds, r, m, a);
+            break;
+        case vfRGB32:
+            ippiFilterBox_8u_C4R(s, ss, d, ds, r, m, a);
+            break;
+        case vfGray8:
+            ippiFilterBox_8u_C1R(s, ss, d, ds, r, m, a);
+            break;
+        default:
+            ippiFilterBox_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, m, a);
+            break;
         }
     };
 }
@@ -179,8 +201,8 @@ TFXPrimitiveCall FixedFilter(TFXVideoFormat f, TFXFixedFilterType type)
             (sobel ? ippiFilterSobelVert_8u_C1R : ippiFilterPrewittHoriz_8u_C1R)(s, ss, d, ds, r);
             break;
         default:
-            (sobel ? ippiFilterSobelVert_16u_C1R : ippiFilterPrewittHoriz_16u_C1R)(
-                As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r);
+            (sobel ? ippiFilterSobelVert_16u_C1R
+                   : ippiFilterPrewittHoriz_16u_C1R)(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r);
             break;
         }
     };
@@ -192,10 +214,14 @@ TFXPrimitiveCall FixedFilter(TFXVideoFormat f, TFXFixedFilterType type)
 int CvType(TFXVideoFormat f)
 {
     switch (f) {
-    case vfRGB24: return CV_8UC3;
-    case vfRGB32: return CV_8UC4;
-    case vfGray8: return CV_8UC1;
-    default: return CV_16UC1;
+    case vfRGB24:
+        return CV_8UC3;
+    case vfRGB32:
+        return CV_8UC4;
+    case vfGray8:
+        return CV_8UC1;
+    default:
+        return CV_16UC1;
     }
 }
 
@@ -217,7 +243,7 @@ void RunOpenCV(benchmark::State& state, TFXVideoFormat format,
 // ---------------------------------------------------------------- registration
 
 struct TFXCase {
-    std::string Name;                // component/setting
+    std::string Name; // component/setting
     std::function<void(benchmark::State&, TFXVideoFormat)> Component;
     std::function<TFXMaskReach()> Reach;
     std::function<TFXPrimitiveCall(TFXVideoFormat)> Primitive;
@@ -294,14 +320,15 @@ std::vector<TFXCase> Cases()
         TFXCase c;
         c.Name = "FXFixedFilter/" + std::string(type == ftPrewittHoriz ? "default" : "sobel");
         c.Component = [type](benchmark::State& s, TFXVideoFormat f) {
-            RunComponent<TFXFixedFilter>(s, f, [type](TFXFixedFilter& x) { x.SetFilterType(type); });
+            RunComponent<TFXFixedFilter>(s, f,
+                                         [type](TFXFixedFilter& x) { x.SetFilterType(type); });
         };
         c.Reach = [] { return TFXMaskReach{2, 2, 2, 2}; };
         c.Primitive = [type](TFXVideoFormat f) { return FixedFilter(f, type); };
 #if FRAMIX_HAVE_OPENCV
         if (type == ftSobelVert) {
             c.OpenCV = [](const cv::Mat& in, cv::Mat& out) { cv::Sobel(in, out, -1, 1, 0); };
-            c.OpenCVGray16 = false;  // OpenCV's Sobel gives no 16-bit unsigned result
+            c.OpenCVGray16 = false; // OpenCV's Sobel gives no 16-bit unsigned result
         } else {
             c.OpenCV = [](const cv::Mat& in, cv::Mat& out) {
                 static const cv::Mat k = (cv::Mat_<float>(3, 3) << 1, 1, 1, 0, 0, 0, -1, -1, -1);
@@ -318,18 +345,20 @@ const bool kRegistered = [] {
     static const std::vector<TFXCase> cases = Cases();
     for (const TFXCase& c : cases)
         for (TFXVideoFormat f : {vfRGB24, vfRGB32, vfGray8, vfGray16}) {
-            const std::string base =
-                c.Name.substr(0, c.Name.find('/')) + "/" + std::string(FXVideoFormatName(f)) +
-                c.Name.substr(c.Name.find('/'));
+            const std::string base = c.Name.substr(0, c.Name.find('/')) + "/" +
+                                     std::string(FXVideoFormatName(f)) +
+                                     c.Name.substr(c.Name.find('/'));
             benchmark::RegisterBenchmark(base.c_str(), [&c, f](benchmark::State& s) {
                 c.Component(s, f);
             })->Unit(benchmark::kMillisecond);
-            benchmark::RegisterBenchmark((base + "/primitive").c_str(), [&c, f](benchmark::State& s) {
+            benchmark::RegisterBenchmark((base + "/primitive").c_str(), [&c,
+                                                                         f](benchmark::State& s) {
                 RunPrimitive(s, f, c.Reach(), c.Primitive(f));
             })->Unit(benchmark::kMillisecond);
 #if FRAMIX_HAVE_OPENCV
             if (f != vfGray16 || c.OpenCVGray16)
-                benchmark::RegisterBenchmark((base + "/opencv").c_str(), [&c, f](benchmark::State& s) {
+                benchmark::RegisterBenchmark((base + "/opencv").c_str(), [&c,
+                                                                          f](benchmark::State& s) {
                     RunOpenCV(s, f, c.OpenCV);
                 })->Unit(benchmark::kMillisecond);
 #endif

@@ -30,7 +30,10 @@ void TFXBoxFilter::SetFilterMode(TFXBoxFilterMode value)
     Lock().Store(FFilterMode, value <= bfmMedian ? value : bfmAverage);
 }
 
-void TFXBoxFilter::SetVideoFormat(IFXImageBuffer& buffer) { AdmitFormats(buffer, kFXNativeFormats); }
+void TFXBoxFilter::SetVideoFormat(IFXImageBuffer& buffer)
+{
+    AdmitFormats(buffer, kFXNativeFormats);
+}
 
 namespace {
 
@@ -76,18 +79,21 @@ bool TFXBoxFilter::PerformFilter(const std::uint8_t* source, int sourceStride,
     if (format == vfGray8)
         status = v.C1(source, sourceStride, destination, destinationStride, size, mask, at);
     else if (format == vfGray16)
-        status = v.C1_16u(reinterpret_cast<const Ipp16u*>(source), sourceStride,
-                          reinterpret_cast<Ipp16u*>(destination), destinationStride, size, mask,
-                          at);
+        status =
+            v.C1_16u(reinterpret_cast<const Ipp16u*>(source), sourceStride,
+                     reinterpret_cast<Ipp16u*>(destination), destinationStride, size, mask, at);
     else if (format == vfRGB32)
         status = v.C4(source, sourceStride, destination, destinationStride, size, mask, at);
     else
         status = v.C3(source, sourceStride, destination, destinationStride, size, mask, at);
-    if (status != ippStsNoErr)  // an even median mask, say: the region keeps the input
+    if (status != ippStsNoErr) // an even median mask, say: the region keeps the input
         KeepSourceRegion(source, sourceStride, destination, destinationStride, roiSize, format);
     return true;
 }
 
-void RegisterFXBoxFilter(TFXPalette& palette) { palette.Register<TFXBoxFilter>(kFXPalettePage); }
+void RegisterFXBoxFilter(TFXPalette& palette)
+{
+    palette.Register<TFXBoxFilter>(kFXPalettePage);
+}
 
 } // namespace framix

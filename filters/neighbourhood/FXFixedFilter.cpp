@@ -9,7 +9,10 @@ namespace framix {
 
 namespace {
 
-bool TakesMaskSide(TFXFixedFilterType type) { return type >= ftLaplace && type <= ftLowpass; }
+bool TakesMaskSide(TFXFixedFilterType type)
+{
+    return type >= ftLaplace && type <= ftLowpass;
+}
 
 } // namespace
 
@@ -47,7 +50,10 @@ TFXFixedMaskSize TFXFixedFilter::GetMaskSize() const
     return FMaskSize;
 }
 
-void TFXFixedFilter::SetMaskSize(TFXFixedMaskSize value) { Lock().Store(FMaskSize, value); }
+void TFXFixedFilter::SetMaskSize(TFXFixedMaskSize value)
+{
+    Lock().Store(FMaskSize, value);
+}
 
 int TFXFixedFilter::GetLastStatus() const
 {
@@ -82,15 +88,15 @@ void TFXFixedFilter::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
     TFXImageSize roi = input.GetSize();
     const TFXRect processed = GetProcessedRect(roi.width, roi.height);
     if (processed.IsEmpty()) {
-        FLastStatus = ippStsSizeErr;  // the primitive would refuse an empty region
-        return;                       // and the output keeps the input image
+        FLastStatus = ippStsSizeErr; // the primitive would refuse an empty region
+        return;                      // and the output keeps the input image
     }
     const std::uint8_t* source = input.GetReadPointer();
     // vfRGB32 starts as a whole copy of the input: the four-channel variants leave alpha alone,
     // so alpha leaves exactly as it came in, everywhere, without a second pass over the frame
     // (copying is cheaper than restoring the alpha of fresh memory afterwards).
-    std::uint8_t* destination = format == vfRGB32 ? output.GetModifyPointer()
-                                                  : PrepareOutput(input, output, processed);
+    std::uint8_t* destination =
+        format == vfRGB32 ? output.GetModifyPointer() : PrepareOutput(input, output, processed);
     ReclaculateRoiAndOffset(roi, source, input.GetRowStride(), output, destination, format);
 
     const int sourceStride = input.GetRowStride();
@@ -138,8 +144,8 @@ void TFXFixedFilter::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
                      ippiFilterRobertsUp_8u_AC4R, ippiFilterRobertsUp_16u_C1R);
         break;
     case ftLaplace:
-        status = run(ippiFilterLaplace_8u_C1R, ippiFilterLaplace_8u_C3R,
-                     ippiFilterLaplace_8u_AC4R, ippiFilterLaplace_16u_C1R, mask);
+        status = run(ippiFilterLaplace_8u_C1R, ippiFilterLaplace_8u_C3R, ippiFilterLaplace_8u_AC4R,
+                     ippiFilterLaplace_16u_C1R, mask);
         break;
     case ftGauss:
         status = run(ippiFilterGauss_8u_C1R, ippiFilterGauss_8u_C3R, ippiFilterGauss_8u_AC4R,
@@ -150,25 +156,26 @@ void TFXFixedFilter::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
                      ippiFilterHipass_16u_C1R, mask);
         break;
     case ftLowpass:
-        status = run(ippiFilterLowpass_8u_C1R, ippiFilterLowpass_8u_C3R,
-                     ippiFilterLowpass_8u_AC4R, ippiFilterLowpass_16u_C1R, mask);
+        status = run(ippiFilterLowpass_8u_C1R, ippiFilterLowpass_8u_C3R, ippiFilterLowpass_8u_AC4R,
+                     ippiFilterLowpass_16u_C1R, mask);
         break;
     case ftSharpen:
-        status = run(ippiFilterSharpen_8u_C1R, ippiFilterSharpen_8u_C3R,
-                     ippiFilterSharpen_8u_AC4R, ippiFilterSharpen_16u_C1R);
+        status = run(ippiFilterSharpen_8u_C1R, ippiFilterSharpen_8u_C3R, ippiFilterSharpen_8u_AC4R,
+                     ippiFilterSharpen_16u_C1R);
         break;
     case ftMedianCross:
         status = run(ippiFilterMedianCross_8u_C1R, ippiFilterMedianCross_8u_C3R,
                      ippiFilterMedianCross_8u_AC4R, ippiFilterMedianCross_16u_C1R, mask);
         break;
-    case ftMedianColor:  // no single-channel variants: grey frames arrive as vfRGB24
+    case ftMedianColor: // no single-channel variants: grey frames arrive as vfRGB24
         status = format == vfRGB32
                      ? ippiFilterMedianColor_8u_AC4R(source, sourceStride, destination,
                                                      destinationStride, size, mask)
                      : ippiFilterMedianColor_8u_C3R(source, sourceStride, destination,
                                                     destinationStride, size, mask);
         break;
-    default: break;  // not a filter type: no primitive, the input passes
+    default:
+        break; // not a filter type: no primitive, the input passes
     }
     FLastStatus = status;
     // Intentional: any error or warning of the primitive passes the input frame on unchanged.

@@ -7,9 +7,9 @@
 
 namespace framix {
 
-FX_ENUM(TFXFixedFilterType, ftPrewittHoriz, ftPrewittVert, ftSobelHoriz, ftSobelVert,
-        ftRobertsDown, ftRobertsUp, ftLaplace, ftGauss, ftHipass, ftLowpass, ftSharpen,
-        ftMedianCross, ftMedianColor)
+FX_ENUM(TFXFixedFilterType, ftPrewittHoriz, ftPrewittVert, ftSobelHoriz, ftSobelVert, ftRobertsDown,
+        ftRobertsUp, ftLaplace, ftGauss, ftHipass, ftLowpass, ftSharpen, ftMedianCross,
+        ftMedianColor)
 
 // Applies the primitive of `FilterType` (ippiFilterSobelHoriz for ftSobelHoriz, and so on)
 // inside the region of interest. `MaskSize` (3 x 3 or 5 x 5) reaches Laplace, Gauss, Hipass,

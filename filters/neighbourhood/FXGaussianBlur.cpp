@@ -40,8 +40,14 @@ float TFXGaussianKernel::GetSigmaY() const
     return FSigmaY;
 }
 
-void TFXGaussianKernel::SetSigmaX(float value) { StoreAndNotify(FSigmaX, value); }
-void TFXGaussianKernel::SetSigmaY(float value) { StoreAndNotify(FSigmaY, value); }
+void TFXGaussianKernel::SetSigmaX(float value)
+{
+    StoreAndNotify(FSigmaX, value);
+}
+void TFXGaussianKernel::SetSigmaY(float value)
+{
+    StoreAndNotify(FSigmaY, value);
+}
 
 // ---------------------------------------------------------------- TFXGaussianBlur
 
@@ -82,7 +88,10 @@ void TFXGaussianBlur::StreamStart()
     FXMakeGaussianKernelS(FKernelY.data(), int(FKernelY.size()) - 1, double(FKernel.GetSigmaY()));
 }
 
-void TFXGaussianBlur::Changed(TKTPersistent& sender) { StreamStart(); }
+void TFXGaussianBlur::Changed(TKTPersistent& sender)
+{
+    StreamStart();
+}
 
 void TFXGaussianBlur::SetVideoFormat(IFXImageBuffer& buffer)
 {
@@ -109,7 +118,7 @@ void TFXGaussianBlur::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuf
     TFXImageSize roi = input.GetSize();
     const TFXRect processed = GetProcessedRect(roi.width, roi.height);
     if (processed.IsEmpty())
-        return;  // nothing reachable: the output keeps the input image
+        return; // nothing reachable: the output keeps the input image
     const int columnAnchor = (FKernel.GetWidth() + 1) / 2;
     const int rowAnchor = (FKernel.GetHeight() + 1) / 2;
     const std::uint8_t* source = input.GetReadPointer();
@@ -151,7 +160,7 @@ void TFXGaussianBlur::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuf
         passes(ipp::ippiFilterColumn32f_16u_C1R, ipp::ippiFilterRow32f_16u_C1R, (Ipp16u*)nullptr);
         break;
     default:
-        output.CopyFrom(input);  // not admitted: leave the frame as it came
+        output.CopyFrom(input); // not admitted: leave the frame as it came
         break;
     }
 }

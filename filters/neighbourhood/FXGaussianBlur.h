@@ -81,8 +81,8 @@ protected:
 
 private:
     TFXGaussianKernel FKernel;
-    std::vector<float> FKernelX;  // Width taps from SigmaX
-    std::vector<float> FKernelY;  // Height taps from SigmaY
+    std::vector<float> FKernelX; // Width taps from SigmaX
+    std::vector<float> FKernelY; // Height taps from SigmaY
 };
 
 } // namespace framix

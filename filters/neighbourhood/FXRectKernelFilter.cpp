@@ -41,11 +41,8 @@ std::int32_t TruncateSaturated(double value)
 // ---------------------------------------------------------------- TFXRectKernel
 
 TFXRectKernel::TFXRectKernel(TFXRectKernelFilter& owner)
-    : TKTPersistent(&owner.Lock()),
-      FOwner(owner),
-      FWidth(owner.GetMaskSize().GetWidth()),
-      FHeight(owner.GetMaskSize().GetHeight()),
-      FCoefficients(std::size_t(FWidth) * FHeight),
+    : TKTPersistent(&owner.Lock()), FOwner(owner), FWidth(owner.GetMaskSize().GetWidth()),
+      FHeight(owner.GetMaskSize().GetHeight()), FCoefficients(std::size_t(FWidth) * FHeight),
       FIntKernel(FCoefficients.size())
 {
 }
@@ -97,7 +94,10 @@ std::size_t TFXRectKernel::Index(int column, int row) const
     return std::size_t(index);
 }
 
-float TFXRectKernel::GetItem(int column, int row) const { return FCoefficients[Index(column, row)]; }
+float TFXRectKernel::GetItem(int column, int row) const
+{
+    return FCoefficients[Index(column, row)];
+}
 
 void TFXRectKernel::SetItem(int column, int row, float value)
 {
@@ -126,7 +126,7 @@ void TFXRectKernel::RecalcArray(std::uint32_t width, std::uint32_t height)
                 resized[std::size_t(r) * width + c] = FCoefficients[from];
         }
     FCoefficients = std::move(resized);
-    FIntKernel.resize(cells);  // element 0 keeps its value (0 once the array exists)
+    FIntKernel.resize(cells); // element 0 keeps its value (0 once the array exists)
     FWidth = width;
     FHeight = height;
     PopulateIntArray();
@@ -271,8 +271,7 @@ void TFXRectKernelFilter::StreamStart()
     FKernel.PopulateIntArray();
 }
 
-TFXMaskReach TFXRectKernelFilter::GetMaskReach(const TFXImageSize& maskSize,
-                                               const TFXPoint& anchor)
+TFXMaskReach TFXRectKernelFilter::GetMaskReach(const TFXImageSize& maskSize, const TFXPoint& anchor)
 {
     return FXKernelMaskReach(maskSize, anchor);
 }
@@ -297,19 +296,20 @@ bool TFXRectKernelFilter::PerformFilter(const std::uint8_t* source, int sourceSt
                                             size, kernel, mask, at, divisor);
             break;
         case vfRGB32:
-            status = ipp::ippiFilter_8u_AC4R(source, sourceStride, destination,
-                                             destinationStride, size, kernel, mask, at, divisor);
+            status = ipp::ippiFilter_8u_AC4R(source, sourceStride, destination, destinationStride,
+                                             size, kernel, mask, at, divisor);
             break;
         case vfGray8:
             status = ipp::ippiFilter_8u_C1R(source, sourceStride, destination, destinationStride,
                                             size, kernel, mask, at, divisor);
             break;
         case vfGray16:
-            status = ipp::ippiFilter_16u_C1R(reinterpret_cast<const Ipp16u*>(source),
-                                             sourceStride, reinterpret_cast<Ipp16u*>(destination),
+            status = ipp::ippiFilter_16u_C1R(reinterpret_cast<const Ipp16u*>(source), sourceStride,
+                                             reinterpret_cast<Ipp16u*>(destination),
                                              destinationStride, size, kernel, mask, at, divisor);
             break;
-        default: break;
+        default:
+            break;
         }
     }
     if (status != ippStsNoErr)

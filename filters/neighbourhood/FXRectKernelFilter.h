@@ -110,7 +110,7 @@ protected:
 
 private:
     TFXRectKernel FKernel;
-    TFXVideoFormat FFormat = vfRGB24;  // of the frame being filtered
+    TFXVideoFormat FFormat = vfRGB24; // of the frame being filtered
 };
 
 } // namespace framix

@@ -25,9 +25,12 @@ int Expected(TFXBoxFilterMode mode, const IFXImageBuffer& f, int x, int y, int c
             v.push_back(Sample(f, x - a.x + i, y - a.y + j, c));
     std::sort(v.begin(), v.end());
     switch (mode) {
-    case bfmMin: return v.front();
-    case bfmMax: return v.back();
-    case bfmMedian: return v[v.size() / 2];
+    case bfmMin:
+        return v.front();
+    case bfmMax:
+        return v.back();
+    case bfmMedian:
+        return v[v.size() / 2];
     default: {
         int sum = 0;
         for (int s : v)
@@ -42,9 +45,8 @@ class FXBoxFilterFormats : public testing::TestWithParam<TFXVideoFormat> {};
 TEST_P(FXBoxFilterFormats, EachModeOverTheMaskOnEveryChannel)
 {
     const TFXVideoFormat format = GetParam();
-    const FXImageBufferPtr frame =
-        FlatFrame(8, 6, format, 0, PaddedStride(8, format, 5));
-    const int unit = format == vfGray16 ? 9 * 250 : 9;  // 16-bit samples beyond 255
+    const FXImageBufferPtr frame = FlatFrame(8, 6, format, 0, PaddedStride(8, format, 5));
+    const int unit = format == vfGray16 ? 9 * 250 : 9; // 16-bit samples beyond 255
     for (int y = 0; y < 6; ++y)
         for (int x = 0; x < 8; ++x)
             for (int c = 0; c < Channels(format); ++c)
@@ -54,7 +56,7 @@ TEST_P(FXBoxFilterFormats, EachModeOverTheMaskOnEveryChannel)
         auto& box = h.Wire<TFXBoxFilter>();
         box.SetFilterMode(mode);
         box.GetMaskSize().SetWidth(3);
-        box.GetAnchor().SetX(2);  // reads two columns to the left, none to the right
+        box.GetAnchor().SetX(2); // reads two columns to the left, none to the right
         const IFXImageBuffer& out = Filter(h, frame);
         for (int y = 0; y < 6; ++y)
             for (int x = 0; x < 8; ++x)

@@ -23,8 +23,8 @@ FXImageBufferPtr Reference(const IFXImageBuffer& in, int margin,
     const int s = in.GetRowStride();
     const int d = out->GetRowStride();
     const int x = margin * in.GetBytesPerPixel();
-    EXPECT_EQ(fn(in.GetReadPointer() + margin * s + x, s, out->GetModifyPointer() + margin * d + x, d,
-                 {in.GetWidth() - 2 * margin, in.GetHeight() - 2 * margin}, mask...),
+    EXPECT_EQ(fn(in.GetReadPointer() + margin * s + x, s, out->GetModifyPointer() + margin * d + x,
+                 d, {in.GetWidth() - 2 * margin, in.GetHeight() - 2 * margin}, mask...),
               ippStsNoErr);
     return out;
 }
@@ -79,7 +79,7 @@ TEST_P(FXFixedFilterFormats, FiltersColoursAndKeepsAlphaByteForByte)
     for (int y = 0; y < 7; ++y)
         for (int x = 0; x < 10; ++x)
             for (int c = 0; c < Channels(format); ++c)
-                SetSample(*frame, x, y, c, 9 * ((x * 5 + y * 3 + c) % 28));  // exact 3 x 3 means
+                SetSample(*frame, x, y, c, 9 * ((x * 5 + y * 3 + c) % 28)); // exact 3 x 3 means
     const IFXImageBuffer& out = Filter(h, frame);
     for (int y = 0; y < 7; ++y)
         for (int x = 0; x < 10; ++x)
@@ -101,7 +101,7 @@ TEST_P(FXFixedFilterFormats, ARegionTooSmallPassesTheInputFrameItself)
     TFXTestHarness h;
     auto& filter = h.Wire<TFXFixedFilter>();
     filter.SetFilterType(ftGauss);
-    filter.SetMaskSize(fms5x5);  // margin 3: a 6 x 6 frame has no pixel to filter
+    filter.SetMaskSize(fms5x5); // margin 3: a 6 x 6 frame has no pixel to filter
     for (int side : {1, 4, 6}) {
         const FXImageBufferPtr frame = FXRandomFrame(side, side, GetParam(), std::uint32_t(side));
         const IFXImageBuffer& out = Filter(h, frame);
@@ -109,12 +109,12 @@ TEST_P(FXFixedFilterFormats, ARegionTooSmallPassesTheInputFrameItself)
         EXPECT_EQ(out.GetReadPointer(), frame->GetReadPointer()) << "not a copy";
         EXPECT_NE(filter.GetLastStatus(), ippStsNoErr);
     }
-    const FXImageBufferPtr seven = FXRandomFrame(7, 7, GetParam(), 7);  // one pixel filtered
+    const FXImageBufferPtr seven = FXRandomFrame(7, 7, GetParam(), 7); // one pixel filtered
     EXPECT_FALSE(FXSamePixels(Filter(h, seven), *seven));
 }
 
-INSTANTIATE_TEST_SUITE_P(AllFormats, FXFixedFilterFormats,
-                         testing::ValuesIn(kNeighbourhoodFormats), FormatTestName);
+INSTANTIATE_TEST_SUITE_P(AllFormats, FXFixedFilterFormats, testing::ValuesIn(kNeighbourhoodFormats),
+                         FormatTestName);
 
 TEST(FXFixedFilter, ColourMedianTakesGreyFramesAsRGB24)
 {
@@ -125,12 +125,12 @@ TEST(FXFixedFilter, ColourMedianTakesGreyFramesAsRGB24)
     filter.SetFilterType(ftMedianColor);
     const FXImageBufferPtr grey = FXRandomFrame(8, 8, vfGray8, 4);
     const IFXImageBuffer& out = Filter(h, grey);
-    EXPECT_EQ(h.Captured.Announcements.back().Format, vfRGB24);  // announced again
+    EXPECT_EQ(h.Captured.Announcements.back().Format, vfRGB24); // announced again
     ASSERT_EQ(out.GetFormat(), vfRGB24);
     FXImageBufferPtr rgb = new TFXImageBuffer(*grey);
     rgb->ConvertFormat(vfRGB24);
-    EXPECT_TRUE(FXSamePixels(out, *Reference(*rgb, 2, ipp::ippiFilterMedianColor_8u_C3R,
-                                             ippMskSize3x3)))
+    EXPECT_TRUE(
+        FXSamePixels(out, *Reference(*rgb, 2, ipp::ippiFilterMedianColor_8u_C3R, ippMskSize3x3)))
         << "the three-channel colour median";
     filter.SetFilterType(ftSobelVert);
     EXPECT_EQ(Filter(h, grey).GetFormat(), vfGray8);

@@ -18,7 +18,7 @@ using namespace test;
 TEST(FXMakeGaussianKernel, SamplesANormalisedGaussianAtTheTapCentres)
 {
     float five[5];
-    FXMakeGaussianKernelS(five, 4, 0.0);  // sigma fitted: 5 / 6
+    FXMakeGaussianKernelS(five, 4, 0.0); // sigma fitted: 5 / 6
     EXPECT_NEAR(five[0], 0.0269f, 5e-5);
     EXPECT_NEAR(five[1], 0.2334f, 5e-5);
     EXPECT_NEAR(five[2], 0.4794f, 5e-5);
@@ -27,10 +27,10 @@ TEST(FXMakeGaussianKernel, SamplesANormalisedGaussianAtTheTapCentres)
     EXPECT_NEAR(std::accumulate(five, five + 5, 0.0), 1.0, 1e-6);
 
     float three[3];
-    FXMakeGaussianKernelS(three, 2, -1.0);  // a negative sigma counts as its magnitude
+    FXMakeGaussianKernelS(three, 2, -1.0); // a negative sigma counts as its magnitude
     EXPECT_NEAR(three[0] / three[1], std::exp(-0.5), 1e-6);
 
-    float four[4];  // an even count is sampled at half-integers, so it stays symmetric
+    float four[4]; // an even count is sampled at half-integers, so it stays symmetric
     FXMakeGaussianKernelS(four, 3, 1.0);
     EXPECT_EQ(four[0], four[3]);
     EXPECT_NEAR(four[0] / four[1], std::exp(-(2.25 - 0.25) / 2), 1e-6);
@@ -47,7 +47,7 @@ TEST(FXGaussianBlur, TablesFollowTheKernelGroup)
 {
     TFXTestHarness h;
     auto& blur = h.Wire<TFXGaussianBlur>();
-    EXPECT_TRUE(blur.GetKernelX().empty());  // nothing built before the stream starts
+    EXPECT_TRUE(blur.GetKernelX().empty()); // nothing built before the stream starts
     h.Source().Announce(8, 8, vfGray8);
     EXPECT_EQ(blur.GetKernelX().size(), 5u);
     blur.GetKernel().SetHeight(7);
@@ -70,9 +70,8 @@ TEST_P(FXGaussianBlurFormats, OutputIsTheRowPassAloneAnchoredAtThree_Intentional
     TFXTestHarness h;
     auto& blur = h.Wire<TFXGaussianBlur>();
     h.Source().Announce(10, 7, format);
-    const int pad = 13;  // a padded stride
-    const FXImageBufferPtr frame =
-        FlatFrame(10, 7, format, 0, PaddedStride(10, format, pad));
+    const int pad = 13; // a padded stride
+    const FXImageBufferPtr frame = FlatFrame(10, 7, format, 0, PaddedStride(10, format, pad));
     for (int c = 0; c < Channels(format); ++c)
         SetSample(*frame, 4, 3, c, peak);
 
@@ -83,10 +82,10 @@ TEST_P(FXGaussianBlurFormats, OutputIsTheRowPassAloneAnchoredAtThree_Intentional
             for (int x = 0; x < 10; ++x)
                 for (int c = 0; c < Channels(format); ++c) {
                     const int tap = x + 3 - 4;
-                    const int expected =
-                        y == 3 && tap >= 0 && tap < 5 ? int(std::nearbyint(peak * k[tap]))
-                        : y == 3 && x == 4            ? peak
-                                                      : 0;
+                    const int expected = y == 3 && tap >= 0 && tap < 5
+                                             ? int(std::nearbyint(peak * k[tap]))
+                                         : y == 3 && x == 4 ? peak
+                                                            : 0;
                     ASSERT_EQ(Sample(out, x, y, c), expected) << x << "," << y << " ch " << c;
                 }
     };

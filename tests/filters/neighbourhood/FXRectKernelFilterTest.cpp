@@ -31,24 +31,24 @@ TEST(FXRectKernel, DivisorIsTheLargestScaleAndElementZeroStaysZero_Intentional)
     TFXGraph graph;
     auto* filter = new TFXRectKernelFilter(&graph);
     TFXRectKernel& k = filter->GetKernel();
-    EXPECT_EQ(k.GetDivisor(), 1);  // all zero
+    EXPECT_EQ(k.GetDivisor(), 1); // all zero
     EXPECT_EQ(k.GetIntKernel(), std::vector<std::int32_t>(9, 0));
 
-    const float ninth = 1.0f / 9;  // 0.11111111194: 1 / it is 8.99999993, so 8 + 1
+    const float ninth = 1.0f / 9; // 0.11111111194: 1 / it is 8.99999993, so 8 + 1
     SetAll(k, {ninth, ninth, ninth, ninth, ninth, ninth, ninth, ninth, ninth}, 3);
     EXPECT_EQ(k.GetDivisor(), 9);
     EXPECT_EQ(k.GetIntKernel(), (std::vector<std::int32_t>{0, 1, 1, 1, 1, 1, 1, 1, 1}));
 
-    SetAll(k, {0, 0.5f, 0, 0, 2.5f, 0, 0, 0, 0}, 3);  // 0.5: trunc(2) + 1 = 3
+    SetAll(k, {0, 0.5f, 0, 0, 2.5f, 0, 0, 0, 0}, 3); // 0.5: trunc(2) + 1 = 3
     EXPECT_EQ(k.GetDivisor(), 3);
-    EXPECT_EQ(k.GetIntKernel()[4], 7);  // trunc(7.5)
+    EXPECT_EQ(k.GetIntKernel()[4], 7); // trunc(7.5)
     SetAll(k, {0.1f, -0.3f, 0, 0, NAN, 0, 0, 1e-20f, 4e9f}, 3);
-    EXPECT_EQ(k.GetDivisor(), 2147483647);  // a tiny coefficient's scale saturates
+    EXPECT_EQ(k.GetDivisor(), 2147483647); // a tiny coefficient's scale saturates
     const std::vector<std::int32_t> ints = k.GetIntKernel();
     EXPECT_EQ(ints[0], 0);
     EXPECT_EQ(ints[1], std::int32_t(std::trunc(double(-0.3f) * 2147483647.0)));
-    EXPECT_EQ(ints[4], 0);  // not a number counts as 0
-    EXPECT_EQ(ints[8], 2147483647);  // saturated
+    EXPECT_EQ(ints[4], 0);          // not a number counts as 0
+    EXPECT_EQ(ints[8], 2147483647); // saturated
     EXPECT_THROW(k.SetItem(3, 2, 1.0f), EFXError);
 }
 
@@ -58,14 +58,14 @@ TEST(FXRectKernel, ResizingKeepsEveryCoefficientInItsRowAndColumn)
     auto* filter = new TFXRectKernelFilter(&graph);
     TFXRectKernel& k = filter->GetKernel();
     SetAll(k, {1, 2, 3, 4, 5, 6, 7, 8, 9}, 3);
-    filter->GetMaskSize().SetWidth(5);  // 3 x 3 -> 5 x 3
+    filter->GetMaskSize().SetWidth(5); // 3 x 3 -> 5 x 3
     EXPECT_EQ(k.GetWidth(), 5u);
     EXPECT_EQ(k.GetCoefficients(),
               (std::vector<float>{1, 2, 3, 0, 0, 4, 5, 6, 0, 0, 7, 8, 9, 0, 0}));
     filter->GetMaskSize().SetHeight(4);
     EXPECT_EQ(k.GetItem(2, 2), 9);
     EXPECT_EQ(k.GetItem(0, 3), 0);
-    filter->GetMaskSize().SetWidth(2);  // narrower: the first two columns of each row remain
+    filter->GetMaskSize().SetWidth(2); // narrower: the first two columns of each row remain
     filter->GetMaskSize().SetHeight(2);
     EXPECT_EQ(k.GetCoefficients(), (std::vector<float>{1, 2, 4, 5}));
     EXPECT_EQ(k.GetIntKernel(), (std::vector<std::int32_t>{0, 2, 4, 5}));
@@ -126,14 +126,15 @@ TEST_P(FXRectKernelFilterFormats, ConvolvesInsideTheReachAndKeepsAlpha)
     auto& filter = h.Wire<TFXRectKernelFilter>();
     filter.GetKernel().SetItem(2, 2, 1.0f);
     h.Source().Announce(9, 6, format);
-    const FXImageBufferPtr frame =
-        FXRandomFrame(9, 6, format, 11, PaddedStride(9, format, 7));
+    const FXImageBufferPtr frame = FXRandomFrame(9, 6, format, 11, PaddedStride(9, format, 7));
     const IFXImageBuffer& out = Filter(h, frame);
     for (int y = 0; y < 6; ++y)
         for (int x = 0; x < 9; ++x)
             for (int c = 0; c < Channels(format); ++c) {
-                const bool inside = x >= 1 && x < 8 && y >= 1 && y < 5 && !(format == vfRGB32 && c == 3);
-                ASSERT_EQ(Sample(out, x, y, c), Sample(*frame, inside ? x - 1 : x, inside ? y - 1 : y, c))
+                const bool inside =
+                    x >= 1 && x < 8 && y >= 1 && y < 5 && !(format == vfRGB32 && c == 3);
+                ASSERT_EQ(Sample(out, x, y, c),
+                          Sample(*frame, inside ? x - 1 : x, inside ? y - 1 : y, c))
                     << x << "," << y << " ch " << c;
             }
 }
@@ -180,7 +181,7 @@ TEST(FXRectKernelFilter, AKernelSmallerThanTheMaskLeavesTheFrame)
     TFXTestHarness h;
     auto& filter = h.Wire<TFXRectKernelFilter>();
     filter.GetKernel().SetItem(1, 1, 2.0f);
-    filter.GetKernel().SetCurrentWidth(1);  // 1 x 3 coefficients under a 3 x 3 mask
+    filter.GetKernel().SetCurrentWidth(1); // 1 x 3 coefficients under a 3 x 3 mask
     const FXImageBufferPtr frame = FXRandomFrame(6, 6, vfGray8, 3);
     EXPECT_TRUE(FXSamePixels(Filter(h, frame), *frame));
 }

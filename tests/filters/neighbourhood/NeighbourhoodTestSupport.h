@@ -18,7 +18,10 @@ inline std::string FormatTestName(const testing::TestParamInfo<TFXVideoFormat>& 
     return std::string(FXVideoFormatName(info.param));
 }
 
-inline int Channels(TFXVideoFormat f) { return f == vfGray16 ? 1 : FXFormatInfo(f).BytesPerPixel; }
+inline int Channels(TFXVideoFormat f)
+{
+    return f == vfGray16 ? 1 : FXFormatInfo(f).BytesPerPixel;
+}
 
 // A row stride `pad` bytes or so beyond the row, kept a whole number of samples (16-bit rows
 // start on even addresses, as the primitives require).
