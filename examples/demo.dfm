@@ -4,7 +4,8 @@ object Demo: TFXGraph
     ImageSize.Height = 360
     OutputPin.SinkPins = (
       Demo.ToYUV.InputPin
-      Demo.Still.InputPin)
+      Demo.Still.InputPin
+      Demo.Edges.InputPin)
   end
   object ToYUV: TFXChangeFormat
     Format = vfI420
@@ -19,5 +20,15 @@ object Demo: TFXGraph
   object Still: TFXFileLogger
     FileName = 'framix-demo.png'
     InputPin.SourcePin = Demo.Pattern.OutputPin
+  end
+  object Edges: TFXFixedFilter
+    FilterType = ftSobelVert
+    InputPin.SourcePin = Demo.Pattern.OutputPin
+    OutputPin.SinkPins = (
+      Demo.EdgesStill.InputPin)
+  end
+  object EdgesStill: TFXFileLogger
+    FileName = 'framix-demo-edges.png'
+    InputPin.SourcePin = Demo.Edges.OutputPin
   end
 end

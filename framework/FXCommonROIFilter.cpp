@@ -3,6 +3,7 @@
 #include "framework/FXCommonROIFilter.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace framix {
 
@@ -118,6 +119,35 @@ TFXCommonROIFilter::TFXRect TFXCommonROIFilter::GetProcessedRect(int width, int 
     r.Right = std::min(r.Right, width - reach.Right);
     r.Bottom = std::min(r.Bottom, height - reach.Bottom);
     return r;
+}
+
+std::uint8_t* TFXCommonROIFilter::PrepareOutput(const IFXImageBuffer& input,
+                                                IFXImageBuffer& output, const TFXRect& processed)
+{
+    if (!output.IsShared())
+        return output.GetModifyPointer();  // already its own copy of the input: nothing to copy
+    std::uint8_t* destination = output.GetWritePointer();
+    const std::uint8_t* source = input.GetReadPointer();
+    const int width = input.GetWidth();
+    const int height = input.GetHeight();
+    const std::size_t bytesPerPixel = std::size_t(input.GetBytesPerPixel());
+    const std::ptrdiff_t sourceStride = input.GetRowStride();
+    const std::ptrdiff_t destinationStride = output.GetRowStride();
+    auto copy = [&](int y, int left, int right) {
+        if (right > left)
+            std::memcpy(destination + y * destinationStride + std::ptrdiff_t(left) * bytesPerPixel,
+                        source + y * sourceStride + std::ptrdiff_t(left) * bytesPerPixel,
+                        std::size_t(right - left) * bytesPerPixel);
+    };
+    for (int y = 0; y < height; ++y) {
+        if (processed.IsEmpty() || y < processed.Top || y >= processed.Bottom) {
+            copy(y, 0, width);
+        } else {
+            copy(y, 0, processed.Left);
+            copy(y, processed.Right, width);
+        }
+    }
+    return destination;
 }
 
 void TFXCommonROIFilter::ReclaculateRoiAndOffset(TFXImageSize& roiSize,

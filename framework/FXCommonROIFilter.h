@@ -77,9 +77,25 @@ protected:
     TFXRect GetRegion(int width, int height);
     // The pixels that will be written: the region shrunk by the mask's reach.
     TFXRect GetProcessedRect(int width, int height);
+    // The destination for writing `processed` into `output`, which holds the input image: every
+    // pixel outside `processed` keeps the input's value. When the output shares the input's
+    // pixels it gets fresh memory and only the pixels outside `processed` are copied, so a
+    // neighbourhood filter does not pay for a whole-frame copy it then overwrites.
+    std::uint8_t* PrepareOutput(const IFXImageBuffer& input, IFXImageBuffer& output,
+                                const TFXRect& processed);
 
 private:
     TFXRegionOfInterest FROI;
+};
+
+// The reach of a kernel primitive (general kernel, row and column filters): the kernel runs in
+// inverse order and its anchor counts from the bottom-right cell, so a pixel reads `anchor`
+// cells to the right and below, and the rest of the kernel to the left and above.
+inline TFXMaskReach FXKernelMaskReach(const TFXImageSize& kernelSize, const TFXPoint& anchor)
+{
+    auto nonNegative = [](int v) { return v < 0 ? 0 : v; };
+    return {nonNegative(kernelSize.width - 1 - anchor.x), nonNegative(kernelSize.height - 1 - anchor.y),
+            nonNegative(anchor.x), nonNegative(anchor.y)};
 };
 
 } // namespace framix

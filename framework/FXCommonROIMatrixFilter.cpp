@@ -3,6 +3,7 @@
 #include "framework/FXCommonROIMatrixFilter.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace framix {
 
@@ -127,17 +128,30 @@ void TFXCommonROIMatrixFilterIntermidiate::FilterInternalOperation(IFXImageBuffe
     const TFXVideoFormat format = input.GetFormat();
     TFXImageSize roi = input.GetSize();
     const TFXRect processed = GetProcessedRect(roi.width, roi.height);
-    const bool wholeFrame = !processed.IsEmpty() && processed.Left == 0 && processed.Top == 0 &&
-                            processed.Right == roi.width && processed.Bottom == roi.height;
     if (processed.IsEmpty())
         return;  // the output keeps the input image
     const std::uint8_t* source = input.GetReadPointer();
-    std::uint8_t* destination = (wholeFrame && !GetPreserveBufferData())
-                                    ? output.GetWritePointer()
-                                    : output.GetModifyPointer();
+    std::uint8_t* destination = GetPreserveBufferData() ? output.GetModifyPointer()
+                                                        : PrepareOutput(input, output, processed);
     ReclaculateRoiAndOffsetInt(roi, source, input.GetRowStride(), output, destination, format);
     PerformFilter(source, input.GetRowStride(), destination, output.GetRowStride(), roi, mask,
                   anchor, format);
+}
+
+void TFXCommonROIMatrixFilterIntermidiate::KeepSourceRegion(const std::uint8_t* source,
+                                                            int sourceStride,
+                                                            std::uint8_t* destination,
+                                                            int destinationStride,
+                                                            TFXImageSize roiSize,
+                                                            TFXVideoFormat format)
+{
+    if (roiSize.width <= 0 || roiSize.height <= 0)
+        return;
+    const std::size_t rowBytes =
+        std::size_t(roiSize.width) * std::size_t(FXFormatInfo(format).BytesPerPixel);
+    for (int y = 0; y < roiSize.height; ++y)
+        std::memcpy(destination + std::ptrdiff_t(y) * destinationStride,
+                    source + std::ptrdiff_t(y) * sourceStride, rowBytes);
 }
 
 } // namespace framix

@@ -89,6 +89,12 @@ protected:
                                std::uint8_t* destination, int destinationStride,
                                TFXImageSize roiSize, TFXImageSize maskSize, TFXPoint anchor,
                                TFXVideoFormat format) = 0;
+    // Copies the source region to the destination. The destination may be fresh memory (only
+    // the pixels outside the region are copied in advance), so a PerformFilter whose primitive
+    // refuses to run calls this to leave the region as the input.
+    static void KeepSourceRegion(const std::uint8_t* source, int sourceStride,
+                                 std::uint8_t* destination, int destinationStride,
+                                 TFXImageSize roiSize, TFXVideoFormat format);
 };
 
 } // namespace framix

@@ -309,8 +309,11 @@ int FXDemoCommand(const std::vector<std::string>& args, std::ostream& out)
     const TKTComponent* source = graph->FindComponent("Pattern");
     if (!video || !still || !source)
         throw EFXError("the built-in demo graph lacks its Pattern, Video or Still component");
-    if (!FXPNGAvailable())
-        still->SetFileName("framix-demo.ppm"); // built without libpng: the frame as PPM
+    if (!FXPNGAvailable())  // built without libpng: the stills as PPM
+        for (TKTComponent* c : graph->GetComponents())
+            if (auto* logger = dynamic_cast<TFXFileLogger*>(c))
+                if (const std::string name = logger->GetFileName(); name.ends_with(".png"))
+                    logger->SetFileName(name.substr(0, name.size() - 4) + ".ppm");
     const TFXRunResult result = TFXGraphRunner(*graph, line.Run).Run();
 
     const std::string size = source->GetPropertyByPath("ImageSize.Width") + "x" +
@@ -324,6 +327,12 @@ int FXDemoCommand(const std::vector<std::string>& args, std::ostream& out)
         << video->GetFileName() << ")\n";
     out << "  wrote " << fs::absolute(still->GetFileName()).string() << ": frame "
         << still->GetFramesWritten() << ", the last one\n";
+    for (const TKTComponent* c : graph->GetComponents())  // the filtered stills
+        if (auto* logger = dynamic_cast<TFXFileLogger*>(const_cast<TKTComponent*>(c));
+            logger && logger != video && logger != still && logger->GetImageInputPin().GetSourcePin())
+            out << "  wrote " << fs::absolute(logger->GetFileName()).string() << ": frame "
+                << logger->GetFramesWritten() << ", the last one, from "
+                << logger->GetImageInputPin().GetSourcePin()->GetOwner().GetName() << "\n";
     return Finish(result);
 }
 

@@ -281,6 +281,7 @@ TEST(FXHost, DemoWritesAVideoAndAStillIntoTheCurrentFolder)
     if (FXPNGAvailable()) {
         EXPECT_EQ(FXReadPNG(dir / "framix-demo.png").Width, 640);
         EXPECT_NE(r.Out.find("framix-demo.png: frame 6"), std::string::npos) << r.Out;
+        EXPECT_EQ(FXReadPNG(dir / "framix-demo-edges.png").Width, 640);
     }
 }
 
