@@ -6,6 +6,8 @@
 #include "framework/primitives/FXIppTypes.h"
 #include "framework/primitives/FXPrimitiveShapes.h"
 
+#include <initializer_list>
+
 namespace framix::prim {
 
 inline bool FXNonPositive(IppiSize size)
@@ -87,6 +89,72 @@ IppStatus FXCheckKernel1D(const T* pSrc, int srcStep, T* pDst, int dstStep, Ippi
     if (anchor < 0 || anchor >= kernelSize)
         return ippStsAnchorErr;
     return ippStsNoErr;
+}
+
+// One image argument of a point operation: its pointer, step, and the bytes of one ROI row.
+struct TFXImageArg {
+    const void* Ptr;
+    int Step;
+    long long RowBytes;
+    int SampleBytes;
+};
+
+template <class T> TFXImageArg FXImageArg(const T* p, int step, int width, TFXLayout layout)
+{
+    return {p, step, FXRowBytes(width, FXChannels(layout), sizeof(T)), int(sizeof(T))};
+}
+
+// Point operations (arithmetic, logic, blending): null pointers (images first, then others
+// such as a value array or a result), a non-positive ROI, steps that are not positive or
+// smaller than a row, then steps of 16-bit and float images that are not whole samples
+// (ippStsNotEvenStepErr, which IPP reports for some of them; we report it for all, so no
+// sample is ever read misaligned).
+inline IppStatus FXCheckPointArgs(IppiSize roiSize, std::initializer_list<TFXImageArg> images,
+                                  std::initializer_list<const void*> others = {})
+{
+    for (const TFXImageArg& image : images)
+        if (image.Ptr == nullptr)
+            return ippStsNullPtrErr;
+    for (const void* p : others)
+        if (p == nullptr)
+            return ippStsNullPtrErr;
+    if (FXNonPositive(roiSize))
+        return ippStsSizeErr;
+    for (const TFXImageArg& image : images)
+        if (image.Step <= 0 || image.Step < image.RowBytes)
+            return ippStsStepErr;
+    for (const TFXImageArg& image : images)
+        if (image.Step % image.SampleBytes != 0)
+            return ippStsNotEvenStepErr;
+    return ippStsNoErr;
+}
+
+// Two sources and a destination of one layout; Extra are the operation's own scalars (a scale
+// factor), which accept any value.
+template <class T, TFXLayout L, class... Extra>
+IppStatus FXCheckBinary(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                        int dstStep, IppiSize roiSize, Extra...)
+{
+    const int w = roiSize.width;
+    return FXCheckPointArgs(roiSize,
+                            {FXImageArg(pSrc1, src1Step, w, L), FXImageArg(pSrc2, src2Step, w, L),
+                             FXImageArg(pDst, dstStep, w, L)});
+}
+
+// A source and an in-place destination.
+template <class T, TFXLayout L, class... Extra>
+IppStatus FXCheckBinaryInPlace(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep,
+                               IppiSize roiSize, Extra...)
+{
+    const int w = roiSize.width;
+    return FXCheckPointArgs(
+        roiSize, {FXImageArg(pSrc, srcStep, w, L), FXImageArg(pSrcDst, srcDstStep, w, L)});
+}
+
+template <class T, TFXLayout L>
+IppStatus FXCheckUnaryInPlace(T* pSrcDst, int srcDstStep, IppiSize roiSize)
+{
+    return FXCheckPointArgs(roiSize, {FXImageArg(pSrcDst, srcDstStep, roiSize.width, L)});
 }
 
 template <class T, TFXLayout L>

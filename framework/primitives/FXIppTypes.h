@@ -92,6 +92,22 @@ enum IppiMaskSize : int {
     ippMskSize5x5 = 55,
 };
 
+// Compositing operations of ippiAlphaComp and ippiAlphaCompC.
+enum IppiAlphaType : int {
+    ippAlphaOver = 0,
+    ippAlphaIn = 1,
+    ippAlphaOut = 2,
+    ippAlphaATop = 3,
+    ippAlphaXor = 4,
+    ippAlphaPlus = 5,
+    ippAlphaOverPremul = 6,
+    ippAlphaInPremul = 7,
+    ippAlphaOutPremul = 8,
+    ippAlphaATopPremul = 9,
+    ippAlphaXorPremul = 10,
+    ippAlphaPlusPremul = 11,
+};
+
 inline constexpr int IPP_MAX_8U = 0xFF;
 inline constexpr int IPP_MAX_16U = 0xFFFF;
 

@@ -11,14 +11,17 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
 {
     auto* typed = reinterpret_cast<FXShapeFn<S, T>*>(fn);
     const T* src = static_cast<const T*>(a.Src);
+    const T* src2 = static_cast<const T*>(a.Src2);
     T* dst = static_cast<T*>(a.Dst);
     // The per-channel shapes take arrays of pointers and counts that they may not change.
-    std::array<const Ipp32s*, 4> values = a.Values, levels = a.Levels;
+    std::array<const Ipp32s*, 4> lutValues = a.LutValues, lutLevels = a.LutLevels;
     std::array<Ipp32s*, 4> hist = a.Hist, histLevels = a.HistLevels;
     std::array<int, 4> counts = a.LevelCounts;
     std::array<Ipp32s, 4> lower = a.Lower, upper = a.Upper;
     const T* limit = static_cast<const T*>(a.Limit);
     const T* limitValue = static_cast<const T*>(a.LimitValue);
+    const T values[4] = {T(a.Values[0]), T(a.Values[1]), T(a.Values[2]), T(a.Values[3])};
+    const auto alphaType = static_cast<IppiAlphaType>(a.AlphaType);
     if constexpr (S == TFXShape::MaskFilter)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Mask, a.Anchor);
     else if constexpr (S == TFXShape::KernelFilter)
@@ -31,9 +34,9 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
     else if constexpr (S == TFXShape::RowFilter || S == TFXShape::ColumnFilter)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Kernel, a.KernelSize, a.KernelAnchor);
     else if constexpr (S == TFXShape::Lut)
-        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, values[0], levels[0], counts[0]);
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, lutValues[0], lutLevels[0], counts[0]);
     else if constexpr (S == TFXShape::LutChannels)
-        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, values.data(), levels.data(),
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, lutValues.data(), lutLevels.data(),
                      counts.data());
     else if constexpr (S == TFXShape::LutPalette)
         return typed(src, a.SrcStep, static_cast<Ipp32u*>(a.Dst), a.DstStep, a.Roi, a.Palette,
@@ -60,8 +63,35 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
         for (int p = 0; p < kFXPlanes; ++p)
             planes[p] = static_cast<const T*>(a.Planes[p]);
         return typed(src != nullptr ? planes : nullptr, a.SrcStep, dst, a.DstStep, a.Roi);
-    } else
+    } else if constexpr (S == TFXShape::ColorTwist)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Twist);
+    else if constexpr (S == TFXShape::BinarySfs)
+        return typed(src, a.SrcStep, src2, a.Src2Step, dst, a.DstStep, a.Roi, a.ScaleFactor);
+    else if constexpr (S == TFXShape::BinaryInPlaceSfs)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.ScaleFactor);
+    else if constexpr (S == TFXShape::Binary)
+        return typed(src, a.SrcStep, src2, a.Src2Step, dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::BinaryInPlace)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::UnaryInPlace)
+        return typed(dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::ConstScalar)
+        return typed(src, a.SrcStep, values[0], dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::ConstVector)
+        return typed(src, a.SrcStep, values, dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::ConstScalarInPlace)
+        return typed(values[0], dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::ConstVectorInPlace)
+        return typed(values, dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::Reduce)
+        return typed(src, a.SrcStep, a.Roi, dst);
+    else if constexpr (S == TFXShape::AlphaConst)
+        return typed(src, a.SrcStep, values[0], src2, a.Src2Step, values[1], dst, a.DstStep, a.Roi,
+                     alphaType);
+    else if constexpr (S == TFXShape::AlphaPixel)
+        return typed(src, a.SrcStep, src2, a.Src2Step, dst, a.DstStep, a.Roi, alphaType);
+    else
+        return typed(src, a.SrcStep, static_cast<Ipp32f*>(a.Dst), a.DstStep, a.Roi, a.Weight);
 }
 
 template <TFXShape S> IppStatus CallShape(TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& a)
@@ -95,12 +125,90 @@ std::string_view FXSampleName(TFXSample sample)
 
 std::string_view FXShapeName(TFXShape shape)
 {
-    constexpr std::array<std::string_view, 17> kNames = {
-        "MaskFilter",       "RowFilter", "ColumnFilter",      "KernelFilter", "FixedFilter",
-        "FixedMaskFilter",  "Lut",       "LutChannels",       "LutPalette",   "Threshold",
-        "ThresholdBoth",    "Histogram", "HistogramChannels", "ColorConvert", "ColorConvertC3P3",
-        "ColorConvertP3C3", "ColorTwist"};
+    constexpr auto kNames = std::to_array<std::string_view>({"MaskFilter",
+                                                             "RowFilter",
+                                                             "ColumnFilter",
+                                                             "KernelFilter",
+                                                             "FixedFilter",
+                                                             "FixedMaskFilter",
+                                                             "Lut",
+                                                             "LutChannels",
+                                                             "LutPalette",
+                                                             "Threshold",
+                                                             "ThresholdBoth",
+                                                             "Histogram",
+                                                             "HistogramChannels",
+                                                             "ColorConvert",
+                                                             "ColorConvertC3P3",
+                                                             "ColorConvertP3C3",
+                                                             "ColorTwist",
+                                                             "BinarySfs",
+                                                             "BinaryInPlaceSfs",
+                                                             "Binary",
+                                                             "BinaryInPlace",
+                                                             "UnaryInPlace",
+                                                             "ConstScalar",
+                                                             "ConstVector",
+                                                             "ConstScalarInPlace",
+                                                             "ConstVectorInPlace",
+                                                             "Reduce",
+                                                             "AlphaConst",
+                                                             "AlphaPixel",
+                                                             "AccumulateWeighted"});
+    static_assert(kNames.size() == std::size_t(TFXShape::AccumulateWeighted) + 1);
     return kNames[static_cast<int>(shape)];
+}
+
+TFXShapeGeometry FXShapeGeometry(TFXShape shape, TFXSample sample, TFXLayout layout)
+{
+    const int sampleBytes = FXSampleBytes(sample);
+    TFXShapeGeometry g;
+    g.SrcPixelBytes = g.DstPixelBytes = FXChannels(layout) * sampleBytes;
+    g.DstSampleBytes = sampleBytes;
+    switch (shape) {
+    case TFXShape::Histogram:
+    case TFXShape::HistogramChannels:
+        g.DstPixelBytes = 0;
+        break;
+    case TFXShape::LutPalette:
+        g.DstPixelBytes = g.DstSampleBytes = int(sizeof(Ipp32u));
+        break;
+    case TFXShape::ColorConvertP3C3:
+        g.SrcPixelBytes = sampleBytes;
+        g.SrcPlanes = kFXPlanes;
+        break;
+    case TFXShape::ColorConvertC3P3:
+        g.DstPixelBytes = sampleBytes;
+        g.DstPlanes = kFXPlanes;
+        break;
+    case TFXShape::BinarySfs:
+    case TFXShape::Binary:
+    case TFXShape::AlphaConst:
+    case TFXShape::AlphaPixel:
+        g.SecondSource = true;
+        break;
+    case TFXShape::BinaryInPlaceSfs:
+    case TFXShape::BinaryInPlace:
+        g.InPlace = true;
+        break;
+    case TFXShape::UnaryInPlace:
+    case TFXShape::ConstScalarInPlace:
+    case TFXShape::ConstVectorInPlace:
+        g.SrcPixelBytes = 0;
+        g.InPlace = true;
+        break;
+    case TFXShape::Reduce:
+        g.Reduces = true;
+        break;
+    case TFXShape::AccumulateWeighted:
+        g.InPlace = true;
+        g.DstSampleBytes = int(sizeof(Ipp32f));
+        g.DstPixelBytes = FXChannels(layout) * g.DstSampleBytes;
+        break;
+    default:
+        break;
+    }
+    return g;
 }
 
 TFXMargins FXShapeMargins(TFXShape shape, const TFXShapeArgs& a)
@@ -127,52 +235,43 @@ TFXMargins FXShapeMargins(TFXShape shape, const TFXShapeArgs& a)
     }
 }
 
-int FXDstPixelBytes(TFXShape shape, TFXSample sample, TFXLayout layout)
-{
-    if (shape == TFXShape::Histogram || shape == TFXShape::HistogramChannels)
-        return 0;
-    if (shape == TFXShape::LutPalette)
-        return int(sizeof(Ipp32u));
-    return FXChannels(layout) * FXSampleBytes(sample);
-}
-
 IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& args)
 {
     switch (shape) {
-    case TFXShape::MaskFilter:
-        return CallShape<TFXShape::MaskFilter>(sample, fn, args);
-    case TFXShape::RowFilter:
-        return CallShape<TFXShape::RowFilter>(sample, fn, args);
-    case TFXShape::ColumnFilter:
-        return CallShape<TFXShape::ColumnFilter>(sample, fn, args);
-    case TFXShape::KernelFilter:
-        return CallShape<TFXShape::KernelFilter>(sample, fn, args);
-    case TFXShape::FixedFilter:
-        return CallShape<TFXShape::FixedFilter>(sample, fn, args);
-    case TFXShape::FixedMaskFilter:
-        return CallShape<TFXShape::FixedMaskFilter>(sample, fn, args);
-    case TFXShape::Lut:
-        return CallShape<TFXShape::Lut>(sample, fn, args);
-    case TFXShape::LutChannels:
-        return CallShape<TFXShape::LutChannels>(sample, fn, args);
-    case TFXShape::LutPalette:
-        return CallShape<TFXShape::LutPalette>(sample, fn, args);
-    case TFXShape::Threshold:
-        return CallShape<TFXShape::Threshold>(sample, fn, args);
-    case TFXShape::ThresholdBoth:
-        return CallShape<TFXShape::ThresholdBoth>(sample, fn, args);
-    case TFXShape::Histogram:
-        return CallShape<TFXShape::Histogram>(sample, fn, args);
-    case TFXShape::HistogramChannels:
-        return CallShape<TFXShape::HistogramChannels>(sample, fn, args);
-    case TFXShape::ColorConvert:
-        return CallShape<TFXShape::ColorConvert>(sample, fn, args);
-    case TFXShape::ColorConvertC3P3:
-        return CallShape<TFXShape::ColorConvertC3P3>(sample, fn, args);
-    case TFXShape::ColorConvertP3C3:
-        return CallShape<TFXShape::ColorConvertP3C3>(sample, fn, args);
-    case TFXShape::ColorTwist:
-        return CallShape<TFXShape::ColorTwist>(sample, fn, args);
+#define FX_CALL_SHAPE(S)                                                                           \
+    case TFXShape::S:                                                                              \
+        return CallShape<TFXShape::S>(sample, fn, args);
+        FX_CALL_SHAPE(MaskFilter)
+        FX_CALL_SHAPE(RowFilter)
+        FX_CALL_SHAPE(ColumnFilter)
+        FX_CALL_SHAPE(KernelFilter)
+        FX_CALL_SHAPE(FixedFilter)
+        FX_CALL_SHAPE(FixedMaskFilter)
+        FX_CALL_SHAPE(Lut)
+        FX_CALL_SHAPE(LutChannels)
+        FX_CALL_SHAPE(LutPalette)
+        FX_CALL_SHAPE(Threshold)
+        FX_CALL_SHAPE(ThresholdBoth)
+        FX_CALL_SHAPE(Histogram)
+        FX_CALL_SHAPE(HistogramChannels)
+        FX_CALL_SHAPE(ColorConvert)
+        FX_CALL_SHAPE(ColorConvertC3P3)
+        FX_CALL_SHAPE(ColorConvertP3C3)
+        FX_CALL_SHAPE(ColorTwist)
+        FX_CALL_SHAPE(BinarySfs)
+        FX_CALL_SHAPE(BinaryInPlaceSfs)
+        FX_CALL_SHAPE(Binary)
+        FX_CALL_SHAPE(BinaryInPlace)
+        FX_CALL_SHAPE(UnaryInPlace)
+        FX_CALL_SHAPE(ConstScalar)
+        FX_CALL_SHAPE(ConstVector)
+        FX_CALL_SHAPE(ConstScalarInPlace)
+        FX_CALL_SHAPE(ConstVectorInPlace)
+        FX_CALL_SHAPE(Reduce)
+        FX_CALL_SHAPE(AlphaConst)
+        FX_CALL_SHAPE(AlphaPixel)
+        FX_CALL_SHAPE(AccumulateWeighted)
+#undef FX_CALL_SHAPE
     }
     return ippStsBadArgErr;
 }

@@ -80,6 +80,32 @@ enum class TFXShape : std::uint8_t {
     ColorConvertP3C3,
     // (pSrc, srcStep, pDst, dstStep, roiSize, twist[3][4])
     ColorTwist,
+    // (pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, scaleFactor)
+    BinarySfs,
+    // (pSrc, srcStep, pSrcDst, srcDstStep, roiSize, scaleFactor)
+    BinaryInPlaceSfs,
+    // (pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize)
+    Binary,
+    // (pSrc, srcStep, pSrcDst, srcDstStep, roiSize)
+    BinaryInPlace,
+    // (pSrcDst, srcDstStep, roiSize)
+    UnaryInPlace,
+    // (pSrc, srcStep, value, pDst, dstStep, roiSize): one constant (C1)
+    ConstScalar,
+    // (pSrc, srcStep, const value[channels], pDst, dstStep, roiSize)
+    ConstVector,
+    // (value, pSrcDst, srcDstStep, roiSize)
+    ConstScalarInPlace,
+    // (const value[channels], pSrcDst, srcDstStep, roiSize)
+    ConstVectorInPlace,
+    // (pSrc, srcStep, roiSize, pResult): one value per image
+    Reduce,
+    // (pSrc1, src1Step, alpha1, pSrc2, src2Step, alpha2, pDst, dstStep, roiSize, alphaType)
+    AlphaConst,
+    // (pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, alphaType)
+    AlphaPixel,
+    // (pSrc, srcStep, Ipp32f* pSrcDst, srcDstStep, roiSize, Ipp32f alpha): T is the source's
+    AccumulateWeighted,
 };
 
 std::string_view FXShapeName(TFXShape shape);
@@ -169,16 +195,68 @@ template <class T> struct TFXShapeSignature<TFXShape::ColorTwist, T> {
                          const Ipp32f twist[3][4]);
 };
 
+template <class T> struct TFXShapeSignature<TFXShape::BinarySfs, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                         int dstStep, IppiSize roiSize, int scaleFactor);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::BinaryInPlaceSfs, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize,
+                         int scaleFactor);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::Binary, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                         int dstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::BinaryInPlace, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::UnaryInPlace, T> {
+    using Fn = IppStatus(T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstScalar, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, T value, T* pDst, int dstStep,
+                         IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstVector, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
+                         IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstScalarInPlace, T> {
+    using Fn = IppStatus(T value, T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::ConstVectorInPlace, T> {
+    using Fn = IppStatus(const T* value, T* pSrcDst, int srcDstStep, IppiSize roiSize);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::Reduce, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, IppiSize roiSize, T* pResult);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::AlphaConst, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, T alpha1, const T* pSrc2, int src2Step,
+                         T alpha2, T* pDst, int dstStep, IppiSize roiSize, IppiAlphaType alphaType);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::AlphaPixel, T> {
+    using Fn = IppStatus(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                         int dstStep, IppiSize roiSize, IppiAlphaType alphaType);
+};
+
+template <class T> struct TFXShapeSignature<TFXShape::AccumulateWeighted, T> {
+    using Fn = IppStatus(const T* pSrc, int srcStep, Ipp32f* pSrcDst, int srcDstStep,
+                         IppiSize roiSize, Ipp32f alpha);
+};
+
 // Planes of a planar image side (ColorConvertC3P3, ColorConvertP3C3), one step shared by all.
 inline constexpr int kFXPlanes = 3;
-constexpr int FXSrcPlanes(TFXShape shape)
-{
-    return shape == TFXShape::ColorConvertP3C3 ? kFXPlanes : 1;
-}
-constexpr int FXDstPlanes(TFXShape shape)
-{
-    return shape == TFXShape::ColorConvertC3P3 ? kFXPlanes : 1;
-}
 
 // The exact function type of a primitive of shape S on samples T (IPP's argument list).
 template <TFXShape S, class T> using FXShapeFn = typename TFXShapeSignature<S, T>::Fn;
@@ -206,11 +284,12 @@ struct TFXShapeArgs {
     const Ipp32s* IntKernel = nullptr; // KernelFilter
     int Divisor = 1;
     IppiMaskSize MaskCode = ippMskSize3x3; // FixedMaskFilter
-    // Lut (channel 0), LutChannels: channel c maps through Values[c], Levels[c], LevelCounts[c].
+    // Lut (channel 0), LutChannels: channel c maps through LutValues[c], LutLevels[c],
+    // LevelCounts[c].
     // Histogram (channel 0), HistogramChannels: LevelCounts, Lower and Upper describe the bins;
     // the counts go to Hist[c], the levels to HistLevels[c].
-    std::array<const Ipp32s*, 4> Values{};
-    std::array<const Ipp32s*, 4> Levels{};
+    std::array<const Ipp32s*, 4> LutValues{};
+    std::array<const Ipp32s*, 4> LutLevels{};
     std::array<int, 4> LevelCounts{};
     std::array<Ipp32s*, 4> Hist{};
     std::array<Ipp32s*, 4> HistLevels{};
@@ -228,7 +307,30 @@ struct TFXShapeArgs {
     // is passed only while Dst (Src) is not null, so a null Dst (Src) passes a null array.
     std::array<void*, kFXPlanes> Planes{};
     const Ipp32f (*Twist)[4] = nullptr; // ColorTwist
+    const void* Src2 = nullptr;         // the second source of two-source shapes
+    int Src2Step = 0;
+    int ScaleFactor = 0;          // *Sfs
+    int Values[4] = {0, 0, 0, 0}; // Const* (value or value[]); AlphaConst (alpha1, alpha2)
+    int AlphaType = 0;            // AlphaConst, AlphaPixel
+    Ipp32f Weight = 0.0f;         // AccumulateWeighted
+    // Point shapes with no source (UnaryInPlace, Const*InPlace) leave Src null; in-place shapes
+    // read and write Dst; Reduce writes its one result per channel to Dst.
 };
+
+// How a shape lays out its images, for generic code that allocates, fills and compares them.
+// Sizes are in bytes per pixel; a planar side holds one sample per pixel in each plane.
+struct TFXShapeGeometry {
+    int SrcPixelBytes = 0; // 0: no source image
+    int SrcPlanes = 1;
+    bool SecondSource = false; // Src2, laid out like the source (with a step of its own)
+    int DstPixelBytes = 0;     // 0: no destination image (the histograms write counts)
+    int DstSampleBytes = 0;
+    int DstPlanes = 1;
+    bool InPlace = false; // the destination is read as an operand too
+    bool Reduces = false; // the destination is one pixel: one result per channel
+};
+
+TFXShapeGeometry FXShapeGeometry(TFXShape shape, TFXSample sample, TFXLayout layout);
 
 // How many pixels a primitive reads beyond each edge of its ROI (legacy neighbourhood
 // primitives read outside the ROI and do no border handling).
@@ -240,10 +342,6 @@ struct TFXMargins {
 };
 
 TFXMargins FXShapeMargins(TFXShape shape, const TFXShapeArgs& args);
-
-// Bytes of one destination pixel: 0 for the histograms (they write counts, not an image),
-// 4 for the palette (32-bit pixels), else the source pixel's size.
-int FXDstPixelBytes(TFXShape shape, TFXSample sample, TFXLayout layout);
 
 // Calls fn, a function of the given shape and sample type, with args.
 IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& args);

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <set>
 #include <string>
 #include <thread>
@@ -114,19 +115,18 @@ TEST(PrimitiveRegistry, NamesAreSortedUniqueAndDescribeTheirSignature)
         EXPECT_EQ(prim::FXFindPrimitive(p.Name), &p);
         ASSERT_NE(p.Entry, nullptr) << p.Name;
         ASSERT_TRUE(p.Has(TFXSimdLevel::Ref)) << p.Name;
-        // The name spells the sample type and layout the registry claims (a second type,
-        // the destination's, may follow the first: ippiLUTPalette_8u32u_C1R). Planar
-        // conversions name both sides (C3P3, P3C3).
+        // The name spells the sample type and layout the registry claims: a second type, the
+        // destination's, may follow the first (ippiLUTPalette_8u32u_C1R, _8u32f_C1IR); planar
+        // conversions name both sides (C3P3, P3C3); in-place and scaled forms end in IR, Sfs.
+        const prim::TFXShapeGeometry g = prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout);
         std::string sides(prim::FXLayoutName(p.Layout));
-        if (prim::FXDstPlanes(p.Shape) > 1)
+        if (g.DstPlanes > 1)
             sides += "P3";
-        if (prim::FXSrcPlanes(p.Shape) > 1)
+        if (g.SrcPlanes > 1)
             sides = "P3" + sides;
-        const std::string layout = "_" + sides + "R";
-        EXPECT_TRUE(p.Name.ends_with(layout)) << p.Name << " vs " << layout;
-        const std::string_view types = p.Name.substr(0, p.Name.size() - layout.size());
-        EXPECT_TRUE(types.substr(types.rfind('_') + 1).starts_with(prim::FXSampleName(p.Sample)))
-            << p.Name << " vs " << prim::FXSampleName(p.Sample);
+        const std::regex suffix("_" + std::string(prim::FXSampleName(p.Sample)) + "(32u|32f)?_" +
+                                sides + "I?R(Sfs)?$");
+        EXPECT_TRUE(std::regex_search(std::string(p.Name), suffix)) << p.Name;
     }
     EXPECT_EQ(names.size(), all.size());
     EXPECT_EQ(prim::FXFindPrimitive("ippiFilterBox_8u_C2R"), nullptr);

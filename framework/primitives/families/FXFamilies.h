@@ -3,6 +3,9 @@
 // expand it. A new family adds one line here (and one fx_add_dispatched_family in CMake).
 #pragma once
 
+#include "framework/primitives/families/Accumulate.h"
+#include "framework/primitives/families/Arithmetic.h"
+#include "framework/primitives/families/Blend.h"
 #include "framework/primitives/families/ColorConvert.h"
 #include "framework/primitives/families/ColorConvertBack.h"
 #include "framework/primitives/families/ColorHls.h"
@@ -12,6 +15,7 @@
 #include "framework/primitives/families/FilterKernel.h"
 #include "framework/primitives/families/FilterSeparable.h"
 #include "framework/primitives/families/Histogram.h"
+#include "framework/primitives/families/Logic.h"
 #include "framework/primitives/families/Lut.h"
 #include "framework/primitives/families/Threshold.h"
 
@@ -27,4 +31,8 @@
     F(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)                                                   \
     F(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)                                          \
     F(ColorHls, FX_COLOR_HLS_PRIMITIVES)                                                           \
-    F(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)
+    F(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)                                                       \
+    F(Arithmetic, FX_ARITHMETIC_PRIMITIVES)                                                        \
+    F(Logic, FX_LOGIC_PRIMITIVES)                                                                  \
+    F(Blend, FX_BLEND_PRIMITIVES)                                                                  \
+    F(Accumulate, FX_ACCUMULATE_PRIMITIVES)

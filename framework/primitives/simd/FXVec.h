@@ -30,6 +30,15 @@
 //                                       (saturating); MulAddPairs(VI16, VI16) -> VI32 likewise
 //   PackU8(VI16, VI16), PackU16(VI32, VI32)   saturating narrowing of the Lo and Hi halves of
 //                                       a Zip, back into memory order
+//   Point operations (arithmetic, logic, blending):
+//     VU8/VU16: SplatU8/SplatU16, AddSat, SubSat, And, Or, Xor, CmpEq, Select, Any; VU16 also
+//     Add, Sub, MulLo, MulHi (unsigned), ShiftLeft/ShiftRight (by a count)
+//     WidenLo/WidenHi (VU8 -> VU16, VU16 -> VI32) and NarrowSat back, in 128-bit-block order
+//     NarrowSat4 (4 VI32 -> VU8), NarrowSat2 (2 VI32 -> VU16) in memory order; MaxLane(VU8)
+//     BroadcastAlpha (every byte of a 4-byte group becomes its last byte)
+//     VI32: CmpEq, Or, Any; VF32: MulAdd (AVX2 and AVX-512 only)
+//     VF64 (kLanes64 = kVecBytes / 8): SplatF64, LoadWidenF64(const Ipp16u*), Add, Mul,
+//     RoundToI32(lo, hi)
 // Everything is lane-count agnostic: kernels loop in steps of the lane count and never assume
 // a width.
 #if defined(FX_SIMD_LEVEL_SSE41)

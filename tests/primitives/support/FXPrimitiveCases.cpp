@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <random>
 #include <sstream>
 
@@ -211,9 +212,41 @@ void HistogramFor(int variant, int maxValue, std::mt19937& rng, int& levels, Ipp
     }
 }
 
-// The parameters of the point operations for case n.
-void PointParameters(const prim::TFXPrimitiveInfo& p, int n, std::mt19937& rng, TFXCase& c)
+// Scale factors, constants, alpha values and types, weights: edge values first, then random.
+void ArithmeticParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt19937& rng,
+                          TFXCase& c)
 {
+    constexpr int kScales[] = {0, 1,  2,   0, -1, 3,   0, 8, -3, 0, 9, 16,   0, -9,    5,
+                               0, 17, -17, 0, 40, -40, 0, 4, -2, 0, 7, 1000, 0, -1000, 15};
+    constexpr Ipp32f kWeights[] = {0.3f, 0.5f, 0.0f, 1.0f, 0.123456f, 1.7f, -0.25f, 0.999f};
+    const int max = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
+    c.ScaleFactor = kScales[n % std::size(kScales)];
+    c.AlphaType = n % 12;
+    c.Weight = n % 9 == 8 ? float(rng() % 1000) / 1000.0f : kWeights[n % std::size(kWeights)];
+    c.SmallSamples = n % 3 == 2;
+    for (int& v : c.Values)
+        v = int(rng() % (max + 1));
+    switch (rep) {
+    case 0: // the identity, zero and near-edge fractions
+        c.Values[0] = max, c.Values[1] = 0, c.Values[2] = 1, c.Values[3] = max - 1;
+        break;
+    case 1: // alphas of a half and of 8-bit size on 16-bit images
+        c.Values[0] = max / 2 + 1, c.Values[1] = n % 2 == 0 ? max : 255;
+        break;
+    default:
+        break;
+    }
+    if (n % 4 == 3) // 8-bit alphas that add up to 255, as a cross-fade uses (any sample type)
+        c.Values[0] %= 256, c.Values[1] = 255 - c.Values[0];
+}
+
+// The parameters of the point operations for case n (repetition rep of its width).
+void PointParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt19937& rng, TFXCase& c)
+{
+    if (FXIsArithmeticShape(p.Shape)) {
+        ArithmeticParameters(p, n, rep, rng, c);
+        return;
+    }
     const int maxValue = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
     for (int ch = 0; ch < prim::FXProcessedChannels(p.Layout); ++ch) {
         // Channels of one case get different kinds of tables.
@@ -296,6 +329,9 @@ std::string TFXCase::Describe() const
     for (int c = 0; c < 3; ++c)
         s << " " << int(Limit[c]) << "->" << int(LimitValue[c]) << "/" << int(UpperLimit[c]) << "->"
           << int(UpperValue[c]);
+    s << "; scale factor " << ScaleFactor << ", values " << Values[0] << "/" << Values[1] << "/"
+      << Values[2] << "/" << Values[3] << ", alpha type " << AlphaType << ", weight " << Weight
+      << (SmallSamples ? ", small samples" : "");
     return s.str();
 }
 
@@ -339,7 +375,7 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
                 const int k = int(c.Kernel.size());
                 c.KernelAnchor = rep == 0 ? k / 2 : rep == 1 ? k - 1 : int(rng() % k);
             }
-            PointParameters(p, n, rng, c);
+            PointParameters(p, n, rep, rng, c);
             cases.push_back(c);
         }
     // One larger image, so every vector kernel runs several full vectors per row.
@@ -363,43 +399,65 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
         big.KernelAnchor = 2;
     } else if (p.Shape == TFXShape::ColorTwist) {
         big.Twist = TwistFor(0, rng);
+    } else if (FXIsArithmeticShape(p.Shape)) {
+        big.Values[0] = 200, big.Values[1] = 77, big.Values[2] = 254, big.Values[3] = 3;
+        big.Weight = 0.3f;
     } else {
-        PointParameters(p, 1, rng, big);
+        PointParameters(p, 1, 0, rng, big);
     }
     cases.push_back(big);
+    // Arithmetic: larger images for every compositing type and several scale factors, so rare
+    // roundings (exact halves, estimates corrected by one) occur.
+    if (FXIsArithmeticShape(p.Shape))
+        for (int k = 0; k < 12; ++k) {
+            TFXCase c = big;
+            c.Roi = {97 + 16 * k, 9};
+            c.Seed = rng();
+            ArithmeticParameters(p, k, 3, rng, c);
+            c.AlphaType = k;
+            c.ScaleFactor = k % 3 == 0 ? 0 : c.ScaleFactor;
+            cases.push_back(c);
+        }
     return cases;
 }
 
 TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& c)
-    : FPrim(prim), FCase(c)
+    : FPrim(prim), FCase(c), FGeometry(prim::FXShapeGeometry(prim.Shape, prim.Sample, prim.Layout))
 {
+    const prim::TFXShapeGeometry& g = FGeometry;
     const int sampleBytes = prim::FXSampleBytes(prim.Sample);
-    const int pixelBytes = prim::FXChannels(prim.Layout) * sampleBytes;
-    const int srcPlanes = prim::FXSrcPlanes(prim.Shape), dstPlanes = prim::FXDstPlanes(prim.Shape);
-    FSrcPixelBytes = srcPlanes > 1 ? sampleBytes : pixelBytes;
-    FDstPixelBytes =
-        dstPlanes > 1 ? sampleBytes : prim::FXDstPixelBytes(prim.Shape, prim.Sample, prim.Layout);
     for (int r = 0; r < 3; ++r)
         for (int k = 0; k < 4; ++k)
             FTwist[r][k] = c.Twist[r][k];
     const prim::TFXMargins m = prim::FXShapeMargins(prim.Shape, Args(nullptr));
     const int left = m.Left + c.Extra.Left, right = m.Right + c.Extra.Right;
     const int top = m.Top + c.Extra.Top, bottom = m.Bottom + c.Extra.Bottom;
-    const int srcRowBytes = (c.Roi.width + left + right) * FSrcPixelBytes;
+    const int srcRowBytes = (c.Roi.width + left + right) * g.SrcPixelBytes;
     const int srcRows = c.Roi.height + top + bottom;
+    const std::size_t leftBytes = std::size_t(left) * g.SrcPixelBytes;
     // Steps stay multiples of the sample size, as IPP requires for 16- and 32-bit images.
     const int srcPad = c.SrcPad - c.SrcPad % sampleBytes;
     FSrcStep = srcRowBytes + srcPad;
     FSrcSize = std::size_t(FSrcStep) * (srcRows - 1) + srcRowBytes;
     std::mt19937 rng(c.Seed);
-    for (int p = 0; p < srcPlanes; ++p) {
-        FSrc[p].reset(new Ipp8u[FSrcSize]);
-        for (std::size_t i = 0; i < FSrcSize; ++i)
-            FSrc[p][i] = Ipp8u(rng());
-        FSrcRoi[p] =
-            FSrc[p].get() + std::size_t(top) * FSrcStep + std::size_t(left) * FSrcPixelBytes;
+    // Arithmetic on small samples: every byte below 16 (8-bit and 16-bit samples alike).
+    const Ipp8u byteMask = c.SmallSamples ? 0x0F : 0xFF;
+    const auto fill = [&](std::unique_ptr<Ipp8u[]>& image, std::size_t size) {
+        image.reset(new Ipp8u[size]);
+        for (std::size_t i = 0; i < size; ++i)
+            image[i] = Ipp8u(rng()) & byteMask;
+    };
+    for (int p = 0; p < (g.SrcPixelBytes > 0 ? g.SrcPlanes : 0); ++p) {
+        fill(FSrc[p], FSrcSize);
+        FSrcRoi[p] = FSrc[p].get() + std::size_t(top) * FSrcStep + leftBytes;
     }
-    if (FDstPixelBytes == 0) { // histograms: per channel the counts, then the levels
+    if (g.SecondSource) { // its own padding, so the two steps differ
+        const int pad2 = (c.SrcPad * 5 + 3) % 11;
+        FSrc2Step = srcRowBytes + pad2 - pad2 % sampleBytes;
+        fill(FSrc2, std::size_t(FSrc2Step) * (srcRows - 1) + srcRowBytes);
+        FSrc2Roi = FSrc2.get() + std::size_t(top) * FSrc2Step + leftBytes;
+    }
+    if (g.DstPixelBytes == 0) { // histograms: per channel the counts, then the levels
         std::size_t at = 0;
         for (int ch = 0; ch < prim::FXProcessedChannels(prim.Layout); ++ch) {
             FHistAt[ch] = at;
@@ -409,13 +467,32 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
         FDstRows = 1;
         FDstStep = int(at);
     } else {
-        const int dstSampleBytes = prim.Shape == TFXShape::LutPalette ? 4 : sampleBytes;
-        FDstRowBytes = std::size_t(c.Roi.width) * FDstPixelBytes;
-        FDstRows = c.Roi.height;
-        FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % dstSampleBytes;
+        const IppiSize dstRoi = DstRoi();
+        FDstRowBytes = std::size_t(dstRoi.width) * g.DstPixelBytes;
+        FDstRows = dstRoi.height;
+        FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % g.DstSampleBytes;
     }
     FDstPlaneBytes = std::size_t(FDstStep) * (FDstRows - 1) + FDstRowBytes;
-    FDstInit.assign(kFXGuardBytes + dstPlanes * (FDstPlaneBytes + kFXGuardBytes), kSentinel);
+    FDstInit.assign(kFXGuardBytes + g.DstPlanes * (FDstPlaneBytes + kFXGuardBytes), kSentinel);
+    if (g.InPlace) // the image the primitive works on; padding keeps the sentinel
+        for (int y = 0; y < FDstRows; ++y) {
+            Ipp8u* row = FDstInit.data() + kFXGuardBytes + std::size_t(y) * FDstStep;
+            if (g.DstSampleBytes == int(sizeof(Ipp32f))) { // a float accumulator: finite values
+                std::uniform_real_distribution<float> any(-100.0f, 70000.0f);
+                for (std::size_t i = 0; i < FDstRowBytes; i += sizeof(Ipp32f)) {
+                    const Ipp32f v = any(rng);
+                    std::memcpy(row + i, &v, sizeof v);
+                }
+            } else {
+                for (std::size_t i = 0; i < FDstRowBytes; ++i)
+                    row[i] = Ipp8u(rng()) & byteMask;
+            }
+        }
+}
+
+IppiSize TFXCaseImages::DstRoi() const
+{
+    return FGeometry.Reduces ? IppiSize{1, 1} : FCase.Roi;
 }
 
 std::size_t TFXCaseImages::DstPlaneStart(int p) const
@@ -439,10 +516,10 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.IntKernel = FCase.IntKernel.data();
     a.Divisor = FCase.Divisor;
     a.MaskCode = FCase.MaskCode;
-    const bool histogram = FDstPixelBytes == 0 && dstAllocation != nullptr;
+    const bool histogram = FGeometry.DstPixelBytes == 0 && dstAllocation != nullptr;
     for (int c = 0; c < 4; ++c) {
-        a.Values[c] = FCase.LutValues[c].data();
-        a.Levels[c] = FCase.LutLevels[c].data();
+        a.LutValues[c] = FCase.LutValues[c].data();
+        a.LutLevels[c] = FCase.LutLevels[c].data();
         a.LevelCounts[c] =
             IsHistogram(FPrim.Shape) ? FCase.HistLevels[c] : int(FCase.LutLevels[c].size());
         a.Lower[c] = FCase.Lower[c];
@@ -461,11 +538,17 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.UpperValue = FCase.UpperValue.data();
     a.Twist = FTwist;
     for (int p = 0; p < prim::kFXPlanes; ++p) {
-        if (prim::FXSrcPlanes(FPrim.Shape) > 1)
+        if (FGeometry.SrcPlanes > 1)
             a.Planes[p] = const_cast<Ipp8u*>(FSrcRoi[p]);
-        else if (dstAllocation != nullptr && prim::FXDstPlanes(FPrim.Shape) > 1)
+        else if (dstAllocation != nullptr && FGeometry.DstPlanes > 1)
             a.Planes[p] = dstAllocation + DstPlaneStart(p);
     }
+    a.Src2 = FSrc2Roi;
+    a.Src2Step = FSrc2Step;
+    a.ScaleFactor = FCase.ScaleFactor;
+    std::copy(std::begin(FCase.Values), std::end(FCase.Values), a.Values);
+    a.AlphaType = FCase.AlphaType;
+    a.Weight = FCase.Weight;
     return a;
 }
 
@@ -479,10 +562,10 @@ TFXRunResult TFXCaseImages::Run(prim::TFXAnyFn fn) const
 
 std::size_t TFXCaseImages::DstOffset(int x, int y, int c) const
 {
-    if (prim::FXDstPlanes(FPrim.Shape) > 1)
-        return DstPlaneStart(c) + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes;
-    return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes +
-           std::size_t(c) * prim::FXSampleBytes(FPrim.Sample);
+    const std::size_t at = std::size_t(y) * FDstStep + std::size_t(x) * FGeometry.DstPixelBytes;
+    if (FGeometry.DstPlanes > 1)
+        return DstPlaneStart(c) + at;
+    return kFXGuardBytes + at + std::size_t(c) * FGeometry.DstSampleBytes;
 }
 
 std::vector<Ipp32s> TFXCaseImages::Counts(const std::vector<Ipp8u>& dst, int c) const

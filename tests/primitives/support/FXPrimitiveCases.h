@@ -44,6 +44,12 @@ struct TFXCase {
     std::array<Ipp8u, 3> LimitValue{0, 0, 0};
     std::array<Ipp8u, 3> UpperLimit{200, 200, 200};
     std::array<Ipp8u, 3> UpperValue{255, 255, 255};
+    // Arithmetic, logic, compositing and accumulation
+    int ScaleFactor = 0;
+    int Values[4] = {0, 0, 0, 0}; // constants, or alpha1 and alpha2
+    int AlphaType = 0;
+    Ipp32f Weight = 0.0f;
+    bool SmallSamples = false; // sources hold small values (ties, zeros, no saturation)
 
     std::string Describe() const;
 };
@@ -59,9 +65,10 @@ struct TFXRunResult {
     std::vector<Ipp8u> Dst; // the whole destination allocation, guards and padding included
 };
 
-// A random source image exactly as large as the case needs (the last row has no padding, so
+// Random source images exactly as large as the case needs (the last row has no padding, so
 // an over-read leaves the allocation) and a destination filled with a sentinel pattern, with
-// guard bytes before and after.
+// guard bytes before and after. An in-place destination holds random samples in its ROI rows
+// (finite floats for a float accumulator); a reduction's destination is one value.
 class TFXCaseImages {
 public:
     TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& c);
@@ -80,8 +87,11 @@ public:
     // The histograms' outputs: bin counts and levels of channel c in a run's destination.
     std::vector<Ipp32s> Counts(const std::vector<Ipp8u>& dst, int c) const;
     std::vector<Ipp32s> HistogramLevels(const std::vector<Ipp8u>& dst, int c) const;
+    // The destination's extent: the ROI, or one pixel for a reduction.
+    IppiSize DstRoi() const;
 
     const prim::TFXPrimitiveInfo& Prim() const { return FPrim; }
+    const prim::TFXShapeGeometry& Geometry() const { return FGeometry; }
     const TFXCase& Case() const { return FCase; }
     int SrcStep() const { return FSrcStep; }
     int DstStep() const { return FDstStep; }
@@ -93,23 +103,33 @@ private:
 
     const prim::TFXPrimitiveInfo& FPrim;
     TFXCase FCase;
-    int FSrcPixelBytes = 0;
-    int FDstPixelBytes = 0;
+    prim::TFXShapeGeometry FGeometry;
     int FSrcStep = 0;
+    int FSrc2Step = 0;
     int FDstStep = 0;
     int FDstRows = 0;
     std::size_t FDstRowBytes = 0;
     std::array<std::size_t, 4> FHistAt{}; // histograms: channel c's counts, then its levels
     std::size_t FSrcSize = 0;
     std::size_t FDstPlaneBytes = 0;
-    // One allocation per source plane, each of exact size: ASan sees any read past it.
+    // One allocation per source plane (and second source), each of exact size: ASan sees any
+    // read past it.
     std::array<std::unique_ptr<Ipp8u[]>, prim::kFXPlanes> FSrc;
     std::array<const Ipp8u*, prim::kFXPlanes> FSrcRoi{};
+    std::unique_ptr<Ipp8u[]> FSrc2;
+    const Ipp8u* FSrc2Roi = nullptr;
     std::vector<Ipp8u> FDstInit; // guard, plane, guard [, plane, guard, plane, guard]
     Ipp32f FTwist[3][4]{};
 };
 
 inline constexpr int kFXGuardBytes = 64;
+
+// The shapes of the arithmetic, logic, compositing and accumulation primitives (declared
+// together in TFXShape).
+constexpr bool FXIsArithmeticShape(prim::TFXShape s)
+{
+    return s >= prim::TFXShape::BinarySfs && s <= prim::TFXShape::AccumulateWeighted;
+}
 
 // Every registered primitive, for value-parameterised tests, and their test names.
 std::vector<const prim::TFXPrimitiveInfo*> FXAllPrimitivePointers();
