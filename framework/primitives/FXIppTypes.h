@@ -111,4 +111,11 @@ enum IppiAlphaType : int {
 inline constexpr int IPP_MAX_8U = 0xFF;
 inline constexpr int IPP_MAX_16U = 0xFFFF;
 
+// Mirror axes. The fixed underlying type lets a caller pass any value; the primitives reject the
+// ones they do not know.
+enum IppiAxis : int { ippAxsHorizontal = 0, ippAxsVertical = 1, ippAxsBoth = 2 };
+
+// Float to integer rounding (legacy values).
+enum IppRoundMode : int { ippRndZero = 0, ippRndNear = 1, ippRndFinancial = 2 };
+
 } // namespace framix

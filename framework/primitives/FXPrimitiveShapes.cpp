@@ -22,6 +22,8 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
     const T* limitValue = static_cast<const T*>(a.LimitValue);
     const T values[4] = {T(a.Values[0]), T(a.Values[1]), T(a.Values[2]), T(a.Values[3])};
     const auto alphaType = static_cast<IppiAlphaType>(a.AlphaType);
+    T* const planes[kFXMaxPlanes] = {static_cast<T*>(a.Planes[0]), static_cast<T*>(a.Planes[1]),
+                                     static_cast<T*>(a.Planes[2]), static_cast<T*>(a.Planes[3])};
     if constexpr (S == TFXShape::MaskFilter)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Mask, a.Anchor);
     else if constexpr (S == TFXShape::KernelFilter)
@@ -51,7 +53,7 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
     else if constexpr (S == TFXShape::HistogramChannels)
         return typed(src, a.SrcStep, a.Roi, hist.data(), histLevels.data(), counts.data(),
                      lower.data(), upper.data());
-    else if constexpr (S == TFXShape::ColorConvert)
+    else if constexpr (S == TFXShape::PixelMap)
         return typed(src, a.SrcStep, dst, a.DstStep, a.Roi);
     else if constexpr (S == TFXShape::ColorConvertC3P3) {
         T* planes[kFXPlanes];
@@ -90,8 +92,46 @@ template <TFXShape S, class T> IppStatus CallAs(TFXAnyFn fn, const TFXShapeArgs&
                      alphaType);
     else if constexpr (S == TFXShape::AlphaPixel)
         return typed(src, a.SrcStep, src2, a.Src2Step, dst, a.DstStep, a.Roi, alphaType);
-    else
+    else if constexpr (S == TFXShape::AccumulateWeighted)
         return typed(src, a.SrcStep, static_cast<Ipp32f*>(a.Dst), a.DstStep, a.Roi, a.Weight);
+    else if constexpr (S == TFXShape::CopyToPlanes)
+        return typed(src, a.SrcStep, dst != nullptr ? planes : nullptr, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::PackRgb16)
+        return typed(src, a.SrcStep, static_cast<Ipp16u*>(a.Dst), a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::SetScalar)
+        return typed(values[0], dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::SetChannels)
+        return typed(values, dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::SwapChannels)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, a.Values);
+    else if constexpr (S == TFXShape::SwapChannelsInPlace)
+        return typed(dst, a.DstStep, a.Roi, a.Values);
+    else if constexpr (S == TFXShape::Mirror)
+        return typed(src, a.SrcStep, dst, a.DstStep, a.Roi, IppiAxis(a.Param));
+    else if constexpr (S == TFXShape::MirrorInPlace)
+        return typed(dst, a.DstStep, a.Roi, IppiAxis(a.Param));
+    else if constexpr (S == TFXShape::ConvertToFloat)
+        return typed(src, a.SrcStep, static_cast<Ipp32f*>(a.Dst), a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::ConvertFromFloat)
+        return typed(static_cast<const Ipp32f*>(a.Src), a.SrcStep, dst, a.DstStep, a.Roi,
+                     IppRoundMode(a.Param));
+    else if constexpr (S == TFXShape::AddNoise)
+        return typed(dst, a.DstStep, a.Roi, values[0], values[1], a.Seed);
+    else if constexpr (S == TFXShape::TestImage)
+        return typed(dst, a.DstStep, a.Roi);
+    else if constexpr (S == TFXShape::SignalSet)
+        return typed(values[0], dst, a.Roi.width);
+    else if constexpr (S == TFXShape::SignalCopy)
+        return typed(src, dst, a.Roi.width);
+    else if constexpr (S == TFXShape::SignalAddScaled)
+        return typed(src, dst, a.Roi.width, a.ScaleFactor);
+    else if constexpr (S == TFXShape::SignalMulCScaled)
+        return typed(values[0], dst, a.Roi.width, a.ScaleFactor);
+    else if constexpr (S == TFXShape::SignalShiftC)
+        return typed(a.Values[0], dst, a.Roi.width);
+    else // SignalPolarToCart: magnitude and phase as the two sources, the planes re and im
+        return typed(src, src2, dst != nullptr ? planes[0] : nullptr,
+                     dst != nullptr ? planes[1] : nullptr, a.Roi.width);
 }
 
 template <TFXShape S> IppStatus CallShape(TFXSample sample, TFXAnyFn fn, const TFXShapeArgs& a)
@@ -105,6 +145,10 @@ template <TFXShape S> IppStatus CallShape(TFXSample sample, TFXAnyFn fn, const T
         return CallAs<S, Ipp16s>(fn, a);
     case TFXSample::F32:
         return CallAs<S, Ipp32f>(fn, a);
+    case TFXSample::S32:
+        return CallAs<S, Ipp32s>(fn, a);
+    case TFXSample::F64:
+        return CallAs<S, Ipp64f>(fn, a);
     }
     return ippStsDataTypeErr;
 }
@@ -113,49 +157,70 @@ template <TFXShape S> IppStatus CallShape(TFXSample sample, TFXAnyFn fn, const T
 
 std::string_view FXLayoutName(TFXLayout layout)
 {
-    constexpr std::array<std::string_view, 4> kNames = {"C1", "C3", "C4", "AC4"};
+    constexpr std::array<std::string_view, 11> kNames = {
+        "C1", "C3", "C4", "AC4", "AC4C3", "C3AC4", "C1C4", "C4C", "C3RAC4", "C3P3", "C4P4"};
     return kNames[static_cast<int>(layout)];
 }
 
 std::string_view FXSampleName(TFXSample sample)
 {
-    constexpr std::array<std::string_view, 4> kNames = {"8u", "16u", "16s", "32f"};
+    constexpr std::array<std::string_view, 6> kNames = {"8u", "16u", "16s", "32f", "32s", "64f"};
     return kNames[static_cast<int>(sample)];
 }
 
 std::string_view FXShapeName(TFXShape shape)
 {
-    constexpr auto kNames = std::to_array<std::string_view>({"MaskFilter",
-                                                             "RowFilter",
-                                                             "ColumnFilter",
-                                                             "KernelFilter",
-                                                             "FixedFilter",
-                                                             "FixedMaskFilter",
-                                                             "Lut",
-                                                             "LutChannels",
-                                                             "LutPalette",
-                                                             "Threshold",
-                                                             "ThresholdBoth",
-                                                             "Histogram",
-                                                             "HistogramChannels",
-                                                             "ColorConvert",
-                                                             "ColorConvertC3P3",
-                                                             "ColorConvertP3C3",
-                                                             "ColorTwist",
-                                                             "BinarySfs",
-                                                             "BinaryInPlaceSfs",
-                                                             "Binary",
-                                                             "BinaryInPlace",
-                                                             "UnaryInPlace",
-                                                             "ConstScalar",
-                                                             "ConstVector",
-                                                             "ConstScalarInPlace",
-                                                             "ConstVectorInPlace",
-                                                             "Reduce",
-                                                             "AlphaConst",
-                                                             "AlphaPixel",
-                                                             "AccumulateWeighted"});
-    static_assert(kNames.size() == std::size_t(TFXShape::AccumulateWeighted) + 1);
+    constexpr auto kNames = std::to_array<std::string_view>({
+        "MaskFilter",
+        "RowFilter",
+        "ColumnFilter",
+        "KernelFilter",
+        "FixedFilter",
+        "FixedMaskFilter",
+        "Lut",
+        "LutChannels",
+        "LutPalette",
+        "Threshold",
+        "ThresholdBoth",
+        "Histogram",
+        "HistogramChannels",
+        "PixelMap",
+        "ColorConvertC3P3",
+        "ColorConvertP3C3",
+        "ColorTwist",
+        "BinarySfs",
+        "BinaryInPlaceSfs",
+        "Binary",
+        "BinaryInPlace",
+        "UnaryInPlace",
+        "ConstScalar",
+        "ConstVector",
+        "ConstScalarInPlace",
+        "ConstVectorInPlace",
+        "Reduce",
+        "AlphaConst",
+        "AlphaPixel",
+        "AccumulateWeighted",
+        "CopyToPlanes",
+        "SetScalar",
+        "SetChannels",
+        "SwapChannels",
+        "SwapChannelsInPlace",
+        "Mirror",
+        "MirrorInPlace",
+        "ConvertToFloat",
+        "ConvertFromFloat",
+        "PackRgb16",
+        "AddNoise",
+        "TestImage",
+        "SignalSet",
+        "SignalCopy",
+        "SignalAddScaled",
+        "SignalMulCScaled",
+        "SignalShiftC",
+        "SignalPolarToCart",
+    });
+    static_assert(kNames.size() == std::size_t(TFXShape::SignalPolarToCart) + 1);
     return kNames[static_cast<int>(shape)];
 }
 
@@ -163,15 +228,17 @@ TFXShapeGeometry FXShapeGeometry(TFXShape shape, TFXSample sample, TFXLayout lay
 {
     const int sampleBytes = FXSampleBytes(sample);
     TFXShapeGeometry g;
-    g.SrcPixelBytes = g.DstPixelBytes = FXChannels(layout) * sampleBytes;
-    g.DstSampleBytes = sampleBytes;
+    g.SrcSample = g.DstSample = sample;
+    g.SrcPixelBytes = FXSrcChannels(layout) * sampleBytes;
+    g.DstPixelBytes = FXDstChannels(layout) * sampleBytes;
     switch (shape) {
     case TFXShape::Histogram:
     case TFXShape::HistogramChannels:
         g.DstPixelBytes = 0;
         break;
     case TFXShape::LutPalette:
-        g.DstPixelBytes = g.DstSampleBytes = int(sizeof(Ipp32u));
+        g.DstSample = TFXSample::S32;
+        g.DstPixelBytes = int(sizeof(Ipp32u));
         break;
     case TFXShape::ColorConvertP3C3:
         g.SrcPixelBytes = sampleBytes;
@@ -180,6 +247,10 @@ TFXShapeGeometry FXShapeGeometry(TFXShape shape, TFXSample sample, TFXLayout lay
     case TFXShape::ColorConvertC3P3:
         g.DstPixelBytes = sampleBytes;
         g.DstPlanes = kFXPlanes;
+        break;
+    case TFXShape::CopyToPlanes:
+        g.DstPixelBytes = sampleBytes;
+        g.DstPlanes = FXSrcChannels(layout);
         break;
     case TFXShape::BinarySfs:
     case TFXShape::Binary:
@@ -194,16 +265,58 @@ TFXShapeGeometry FXShapeGeometry(TFXShape shape, TFXSample sample, TFXLayout lay
     case TFXShape::UnaryInPlace:
     case TFXShape::ConstScalarInPlace:
     case TFXShape::ConstVectorInPlace:
+    case TFXShape::SwapChannelsInPlace:
+    case TFXShape::MirrorInPlace:
+    case TFXShape::AddNoise:
         g.SrcPixelBytes = 0;
         g.InPlace = true;
+        break;
+    case TFXShape::SetScalar:
+    case TFXShape::SetChannels:
+    case TFXShape::TestImage:
+        g.SrcPixelBytes = 0;
         break;
     case TFXShape::Reduce:
         g.Reduces = true;
         break;
     case TFXShape::AccumulateWeighted:
         g.InPlace = true;
-        g.DstSampleBytes = int(sizeof(Ipp32f));
-        g.DstPixelBytes = FXChannels(layout) * g.DstSampleBytes;
+        g.DstSample = TFXSample::F32;
+        g.DstPixelBytes = FXDstChannels(layout) * int(sizeof(Ipp32f));
+        break;
+    case TFXShape::ConvertToFloat:
+        g.DstSample = TFXSample::F32;
+        g.DstPixelBytes = FXDstChannels(layout) * int(sizeof(Ipp32f));
+        break;
+    case TFXShape::ConvertFromFloat:
+        g.SrcSample = TFXSample::F32;
+        g.SrcPixelBytes = FXSrcChannels(layout) * int(sizeof(Ipp32f));
+        break;
+    case TFXShape::PackRgb16:
+        g.DstSample = TFXSample::U16;
+        g.DstPixelBytes = int(sizeof(Ipp16u));
+        break;
+    case TFXShape::SignalSet:
+        g.SrcPixelBytes = 0;
+        g.Signal = true;
+        break;
+    case TFXShape::SignalMulCScaled:
+    case TFXShape::SignalShiftC:
+        g.SrcPixelBytes = 0;
+        g.InPlace = true;
+        g.Signal = true;
+        break;
+    case TFXShape::SignalCopy:
+        g.Signal = true;
+        break;
+    case TFXShape::SignalAddScaled:
+        g.InPlace = true;
+        g.Signal = true;
+        break;
+    case TFXShape::SignalPolarToCart:
+        g.SecondSource = true;
+        g.DstPlanes = 2;
+        g.Signal = true;
         break;
     default:
         break;
@@ -254,7 +367,7 @@ IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXSh
         FX_CALL_SHAPE(ThresholdBoth)
         FX_CALL_SHAPE(Histogram)
         FX_CALL_SHAPE(HistogramChannels)
-        FX_CALL_SHAPE(ColorConvert)
+        FX_CALL_SHAPE(PixelMap)
         FX_CALL_SHAPE(ColorConvertC3P3)
         FX_CALL_SHAPE(ColorConvertP3C3)
         FX_CALL_SHAPE(ColorTwist)
@@ -271,6 +384,24 @@ IppStatus FXCallShape(TFXShape shape, TFXSample sample, TFXAnyFn fn, const TFXSh
         FX_CALL_SHAPE(AlphaConst)
         FX_CALL_SHAPE(AlphaPixel)
         FX_CALL_SHAPE(AccumulateWeighted)
+        FX_CALL_SHAPE(CopyToPlanes)
+        FX_CALL_SHAPE(SetScalar)
+        FX_CALL_SHAPE(SetChannels)
+        FX_CALL_SHAPE(SwapChannels)
+        FX_CALL_SHAPE(SwapChannelsInPlace)
+        FX_CALL_SHAPE(Mirror)
+        FX_CALL_SHAPE(MirrorInPlace)
+        FX_CALL_SHAPE(ConvertToFloat)
+        FX_CALL_SHAPE(ConvertFromFloat)
+        FX_CALL_SHAPE(PackRgb16)
+        FX_CALL_SHAPE(AddNoise)
+        FX_CALL_SHAPE(TestImage)
+        FX_CALL_SHAPE(SignalSet)
+        FX_CALL_SHAPE(SignalCopy)
+        FX_CALL_SHAPE(SignalAddScaled)
+        FX_CALL_SHAPE(SignalMulCScaled)
+        FX_CALL_SHAPE(SignalShiftC)
+        FX_CALL_SHAPE(SignalPolarToCart)
 #undef FX_CALL_SHAPE
     }
     return ippStsBadArgErr;

@@ -38,6 +38,7 @@ TEST_P(PrimitiveDifferential, EqualsReferenceOnRandomImages)
             ASSERT_EQ(int(actual.Dst[i]), int(expected.Dst[i]))
                 << "first difference at byte " << i - kFXGuardBytes << " of the destination, "
                 << c.Describe();
+        ASSERT_EQ(actual.NoiseSeed, expected.NoiseSeed) << c.Describe();
     }
     // A kernel that declines everything would pass vacuously.
     EXPECT_GT(ran, 10) << "the level ran too few cases itself";
@@ -55,6 +56,7 @@ TEST_P(PrimitiveEntry, EqualsReference)
         const TFXRunResult actual = images.Run(prim->Entry);
         ASSERT_EQ(actual.Status, expected.Status) << c.Describe();
         ASSERT_TRUE(actual.Dst == expected.Dst) << c.Describe();
+        ASSERT_EQ(actual.NoiseSeed, expected.NoiseSeed) << c.Describe();
     }
 }
 

@@ -19,7 +19,9 @@ namespace {
 // names but takes a prepared table instead of the level arrays. The colour conversions, twist and
 // gamma are here in their C3 forms only: modern IPP writes the alpha channel that their legacy
 // AC4R forms leave alone. The point operations (arithmetic, logic, compositing, weighted
-// accumulation) kept their legacy signatures, AC4 forms included.
+// accumulation), copies, sets, mirrors, sample conversions and the signal primitives kept their
+// legacy signatures, AC4 forms included. Not here: the noise functions (9.0 dropped "_Direct"
+// from their names) and our own extra functions (ippiCopyChannel_8u_C3RAC4R, the RGBA packers).
 // clang-format off
 constexpr auto kVerifiedNames = [] {
     auto names = std::to_array<std::string_view>({
@@ -121,6 +123,42 @@ constexpr auto kVerifiedNames = [] {
         "ippiXor_8u_C1R",
         "ippiXor_8u_C3IR",
         "ippiXor_8u_C3R",
+        "ippiConvert_16u32f_C1R",
+        "ippiConvert_32f16u_C1R",
+        "ippiConvert_32f8u_C1R",
+        "ippiConvert_8u32f_C1R",
+        "ippiCopy_16s_C1R",
+        "ippiCopy_8u_AC4C3R",
+        "ippiCopy_8u_AC4R",
+        "ippiCopy_8u_C1C4R",
+        "ippiCopy_8u_C1R",
+        "ippiCopy_8u_C3AC4R",
+        "ippiCopy_8u_C3P3R",
+        "ippiCopy_8u_C3R",
+        "ippiCopy_8u_C4CR",
+        "ippiCopy_8u_C4P4R",
+        "ippiCopy_8u_C4R",
+        "ippiImageJaehne_8u_C3R",
+        "ippiMirror_16u_C1R",
+        "ippiMirror_8u_AC4R",
+        "ippiMirror_8u_C1R",
+        "ippiMirror_8u_C3R",
+        "ippiMirror_8u_C4IR",
+        "ippiMirror_8u_C4R",
+        "ippiSet_16s_C1R",
+        "ippiSet_8u_AC4R",
+        "ippiSet_8u_C1R",
+        "ippiSet_8u_C3R",
+        "ippiSet_8u_C4R",
+        "ippiSwapChannels_8u_AC4R",
+        "ippiSwapChannels_8u_C3IR",
+        "ippsAdd_32s_ISfs",
+        "ippsCopy_8u",
+        "ippsMulC_32s_ISfs",
+        "ippsPolarToCart_64f",
+        "ippsRShiftC_32s_I",
+        "ippsSet_32s",
+        "ippsSet_8u",
     });
     std::ranges::sort(names);
     return names;

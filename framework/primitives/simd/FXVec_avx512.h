@@ -231,6 +231,25 @@ inline VU16 Xor(VU16 a, VU16 b)
 {
     return {_mm512_xor_si512(a.V, b.V)};
 }
+
+// Point operations: byte selection and shuffles, 32-bit shifts, float rounding and double lanes.
+inline VU8 AsU8(VI32 v)
+{
+    return {v.V};
+}
+inline VI32 AsI32(VU8 v)
+{
+    return {v.V};
+}
+inline VU8 Shuffle(VU8 v, VU8 idx)
+{
+    return {_mm512_shuffle_epi8(v.V, idx.V)};
+}
+inline VU8 Broadcast16(const Ipp8u* pattern)
+{
+    return {_mm512_maskz_broadcast_i32x4(
+        0xFFFF, _mm_loadu_si128(reinterpret_cast<const __m128i*>(pattern)))};
+}
 inline VI32 Or(VI32 a, VI32 b)
 {
     return {_mm512_or_si512(a.V, b.V)};
@@ -289,6 +308,28 @@ inline int MaxLane(VU8 v)
     m = _mm_max_epu8(m, _mm_srli_si128(m, 2));
     m = _mm_max_epu8(m, _mm_srli_si128(m, 1));
     return _mm_cvtsi128_si32(m) & 0xFF;
+}
+
+template <int N> inline VI32 ShiftLeft(VI32 v)
+{
+    return {_mm512_slli_epi32(v.V, N)};
+}
+template <int N> inline VI32 ShiftRight(VI32 v)
+{
+    return {_mm512_srli_epi32(v.V, N)};
+}
+inline VI32 Iota()
+{
+    return {_mm512_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15)};
+}
+
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm512_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm512_storeu_ps(p, v.V);
 }
 inline VF32 Sub(VF32 a, VF32 b)
 {
@@ -419,14 +460,6 @@ inline VI32 Max(VI32 a, VI32 b)
 
 // Colour conversions: float loads, selection by a comparison mask, float comparison, table
 // look-up by 32-bit indices (the index lanes must lie inside the table).
-inline VF32 LoadF32(const Ipp32f* p)
-{
-    return {_mm512_loadu_ps(p)};
-}
-inline void StoreF32(Ipp32f* p, VF32 v)
-{
-    _mm512_storeu_ps(p, v.V);
-}
 inline VI32 CmpGt(VF32 a, VF32 b)
 {
     return {_mm512_movm_epi32(_mm512_cmp_ps_mask(a.V, b.V, _CMP_GT_OQ))};
@@ -494,7 +527,6 @@ inline VU16 NarrowSat(VI32 lo, VI32 hi)
 struct VF64 {
     __m512d V;
 };
-inline constexpr int kLanes64 = kVecBytes / 8;
 
 inline VF64 SplatF64(double v)
 {
@@ -519,6 +551,82 @@ inline VI32 RoundToI32(VF64 lo, VF64 hi)
 {
     return {_mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtpd_epi32(lo.V)),
                                _mm512_cvtpd_epi32(hi.V), 1)};
+}
+
+inline VF32 TruncF32(VF32 v)
+{
+    return {_mm512_maskz_roundscale_ps(0xFFFF, v.V, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC)};
+}
+inline VF32 IfGe(VF32 a, VF32 b, VF32 then, VF32 otherwise)
+{
+    return {_mm512_mask_blend_ps(_mm512_cmp_ps_mask(a.V, b.V, _CMP_GE_OQ), otherwise.V, then.V)};
+}
+inline bool AllLess(VF32 a, VF32 b)
+{
+    return _mm512_cmp_ps_mask(a.V, b.V, _CMP_LT_OQ) == 0xFFFF;
+}
+
+inline VF64 LoadF64(const Ipp64f* p)
+{
+    return {_mm512_loadu_pd(p)};
+}
+inline VF64 Sub(VF64 a, VF64 b)
+{
+    return {_mm512_sub_pd(a.V, b.V)};
+}
+inline VF64 RoundF64(VF64 v)
+{
+    return {_mm512_maskz_roundscale_pd(0xFF, v.V, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
+}
+inline VF64 FloorF64(VF64 v)
+{
+    return {_mm512_maskz_roundscale_pd(0xFF, v.V, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC)};
+}
+inline VF64 IfGe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm512_mask_blend_pd(_mm512_cmp_pd_mask(a.V, b.V, _CMP_GE_OQ), otherwise.V, then.V)};
+}
+inline VF64 IfNe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm512_mask_blend_pd(_mm512_cmp_pd_mask(a.V, b.V, _CMP_NEQ_UQ), otherwise.V, then.V)};
+}
+inline VF64 ToF64Low(VF32 v)
+{
+    return {_mm512_cvtps_pd(_mm512_castps512_ps256(v.V))};
+}
+inline VF64 ToF64High(VF32 v)
+{
+    return {_mm512_cvtps_pd(_mm512_extractf32x8_ps(v.V, 1))};
+}
+inline VF32 ToF32(VF64 low, VF64 high)
+{
+    return {_mm512_insertf32x8(_mm512_castps256_ps512(_mm512_cvtpd_ps(low.V)),
+                               _mm512_cvtpd_ps(high.V), 1)};
+}
+
+inline VI32 ShiftRightArith(VI32 v, int count)
+{
+    return {_mm512_sra_epi32(v.V, _mm_cvtsi32_si128(count))};
+}
+inline void StoreF64(Ipp64f* p, VF64 v)
+{
+    _mm512_storeu_pd(p, v.V);
+}
+inline VF64 Min(VF64 a, VF64 b)
+{
+    return {_mm512_min_pd(a.V, b.V)};
+}
+inline VF64 Max(VF64 a, VF64 b)
+{
+    return {_mm512_max_pd(a.V, b.V)};
+}
+inline VF64 ToF64Low(VI32 v)
+{
+    return {_mm512_cvtepi32_pd(_mm512_castsi512_si256(v.V))};
+}
+inline VF64 ToF64High(VI32 v)
+{
+    return {_mm512_cvtepi32_pd(_mm512_extracti32x8_epi32(v.V, 1))};
 }
 
 } // namespace framix::prim::FX_SIMD_NS

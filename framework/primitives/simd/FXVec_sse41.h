@@ -234,6 +234,24 @@ inline VU16 Xor(VU16 a, VU16 b)
 {
     return {_mm_xor_si128(a.V, b.V)};
 }
+
+// Point operations: byte selection and shuffles, 32-bit shifts, float rounding and double lanes.
+inline VU8 AsU8(VI32 v)
+{
+    return {v.V};
+}
+inline VI32 AsI32(VU8 v)
+{
+    return {v.V};
+}
+inline VU8 Shuffle(VU8 v, VU8 idx)
+{
+    return {_mm_shuffle_epi8(v.V, idx.V)};
+}
+inline VU8 Broadcast16(const Ipp8u* pattern)
+{
+    return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(pattern))};
+}
 inline VI32 Or(VI32 a, VI32 b)
 {
     return {_mm_or_si128(a.V, b.V)};
@@ -286,6 +304,28 @@ inline int MaxLane(VU8 v)
     m = _mm_max_epu8(m, _mm_srli_si128(m, 2));
     m = _mm_max_epu8(m, _mm_srli_si128(m, 1));
     return _mm_cvtsi128_si32(m) & 0xFF;
+}
+
+template <int N> inline VI32 ShiftLeft(VI32 v)
+{
+    return {_mm_slli_epi32(v.V, N)};
+}
+template <int N> inline VI32 ShiftRight(VI32 v)
+{
+    return {_mm_srli_epi32(v.V, N)};
+}
+inline VI32 Iota()
+{
+    return {_mm_setr_epi32(0, 1, 2, 3)};
+}
+
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm_storeu_ps(p, v.V);
 }
 inline VF32 Sub(VF32 a, VF32 b)
 {
@@ -413,14 +453,6 @@ inline VI32 Max(VI32 a, VI32 b)
 
 // Colour conversions: float loads, selection by a comparison mask, float comparison, table
 // look-up by 32-bit indices (the index lanes must lie inside the table).
-inline VF32 LoadF32(const Ipp32f* p)
-{
-    return {_mm_loadu_ps(p)};
-}
-inline void StoreF32(Ipp32f* p, VF32 v)
-{
-    _mm_storeu_ps(p, v.V);
-}
 inline VI32 CmpGt(VF32 a, VF32 b)
 {
     return {_mm_castps_si128(_mm_cmpgt_ps(a.V, b.V))};
@@ -480,7 +512,6 @@ inline VU16 NarrowSat(VI32 lo, VI32 hi)
 struct VF64 {
     __m128d V;
 };
-inline constexpr int kLanes64 = kVecBytes / 8;
 
 inline VF64 SplatF64(double v)
 {
@@ -505,6 +536,81 @@ inline VF64 Mul(VF64 a, VF64 b)
 inline VI32 RoundToI32(VF64 lo, VF64 hi)
 {
     return {_mm_unpacklo_epi64(_mm_cvtpd_epi32(lo.V), _mm_cvtpd_epi32(hi.V))};
+}
+
+inline VF32 TruncF32(VF32 v)
+{
+    return {_mm_round_ps(v.V, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC)};
+}
+inline VF32 IfGe(VF32 a, VF32 b, VF32 then, VF32 otherwise)
+{
+    return {_mm_blendv_ps(otherwise.V, then.V, _mm_cmpge_ps(a.V, b.V))};
+}
+inline bool AllLess(VF32 a, VF32 b)
+{
+    return _mm_movemask_ps(_mm_cmplt_ps(a.V, b.V)) == 0xF;
+}
+
+inline VF64 LoadF64(const Ipp64f* p)
+{
+    return {_mm_loadu_pd(p)};
+}
+inline VF64 Sub(VF64 a, VF64 b)
+{
+    return {_mm_sub_pd(a.V, b.V)};
+}
+inline VF64 RoundF64(VF64 v)
+{
+    return {_mm_round_pd(v.V, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
+}
+inline VF64 FloorF64(VF64 v)
+{
+    return {_mm_floor_pd(v.V)};
+}
+inline VF64 IfGe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm_blendv_pd(otherwise.V, then.V, _mm_cmpge_pd(a.V, b.V))};
+}
+inline VF64 IfNe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm_blendv_pd(otherwise.V, then.V, _mm_cmpneq_pd(a.V, b.V))};
+}
+inline VF64 ToF64Low(VF32 v)
+{
+    return {_mm_cvtps_pd(v.V)};
+}
+inline VF64 ToF64High(VF32 v)
+{
+    return {_mm_cvtps_pd(_mm_movehl_ps(v.V, v.V))};
+}
+inline VF32 ToF32(VF64 low, VF64 high)
+{
+    return {_mm_movelh_ps(_mm_cvtpd_ps(low.V), _mm_cvtpd_ps(high.V))};
+}
+
+inline VI32 ShiftRightArith(VI32 v, int count)
+{
+    return {_mm_sra_epi32(v.V, _mm_cvtsi32_si128(count))};
+}
+inline void StoreF64(Ipp64f* p, VF64 v)
+{
+    _mm_storeu_pd(p, v.V);
+}
+inline VF64 Min(VF64 a, VF64 b)
+{
+    return {_mm_min_pd(a.V, b.V)};
+}
+inline VF64 Max(VF64 a, VF64 b)
+{
+    return {_mm_max_pd(a.V, b.V)};
+}
+inline VF64 ToF64Low(VI32 v)
+{
+    return {_mm_cvtepi32_pd(v.V)};
+}
+inline VF64 ToF64High(VI32 v)
+{
+    return {_mm_cvtepi32_pd(_mm_srli_si128(v.V, 8))};
 }
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -26,8 +26,10 @@ inline bool FXRealIppLoaded()
 }
 
 // Functions modern IPP still exports unchanged (the colour conversions, twist, gamma, threshold,
-// the palette, arithmetic, logic, compositing, weighted accumulation) are called directly. IPP 9.0
-// removed the legacy box, rank and separable filters. Their replacements:
+// the palette, arithmetic, logic, compositing, weighted accumulation, copies, sets, mirrors,
+// sample conversions, noise (9.0 dropped "_Direct" from those names), the test image, the signal
+// primitives) are called directly. IPP 9.0 removed the legacy box, rank and separable filters.
+// Their replacements:
 // - box, min, max, median: ippiFilter<Op>Border_<type>_<layout> with ippBorderInMem (reads the
 //   source outside the ROI as the legacy functions did) and a centred mask ((size - 1) / 2); a
 //   legacy anchor becomes a shift of the source pointer;
@@ -89,9 +91,12 @@ public:
                 return;
         } else if (p.Shape != prim::TFXShape::RowFilter &&
                    p.Shape != prim::TFXShape::ColumnFilter) {
-            // Unchanged: threshold, the palette, the colour conversions, twist and gamma, the
-            // arithmetic, logic, compositing and accumulation primitives.
-            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(p.Name));
+            // Unchanged: threshold, the palette, the colour conversions, twist and gamma, the point
+            // operations, copies, conversions, noise, the test image and the signal primitives.
+            std::string name(p.Name);
+            if (const auto at = name.find("_Direct"); at != std::string::npos)
+                name.erase(at, 7);
+            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(name));
             if (FSame == nullptr)
                 return;
         } else {

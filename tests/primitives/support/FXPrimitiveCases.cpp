@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <random>
 #include <sstream>
 
@@ -17,7 +18,9 @@ constexpr Ipp8u kSentinel = 0xA5;
 
 std::vector<int> WidthsFor(const prim::TFXPrimitiveInfo& p)
 {
-    const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
+    // The wider side's pixels decide where the vector boundaries fall.
+    const prim::TFXShapeGeometry g = prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout);
+    const int pixelBytes = std::max(g.SrcPixelBytes, g.DstPixelBytes);
     std::vector<int> widths = {1, 2, 3, 5, 7, 9, 13};
     // Around each vector width in bytes (16, 32, 64) and in 32-bit lanes (4, 8, 16 samples).
     for (int bytes : {16, 32, 64, 128, 16 * pixelBytes, 32 * pixelBytes / 2})
@@ -240,6 +243,70 @@ void ArithmeticParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::
         c.Values[0] %= 256, c.Values[1] = 255 - c.Values[0];
 }
 
+// A random value of the sample type, as the int that TFXShapeArgs carries.
+int ValueFor(prim::TFXSample sample, std::mt19937& rng)
+{
+    switch (sample) {
+    case prim::TFXSample::U8:
+        return int(rng() % 256);
+    case prim::TFXSample::U16:
+        return int(rng() % 65536);
+    case prim::TFXSample::S16:
+        return int(rng() % 65536) - 32768;
+    default:
+        return int(rng());
+    }
+}
+
+// Set values, channel orders, axes, round modes, noise bounds and seeds, signal constants and
+// scale factors.
+void CopyParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt19937& rng, TFXCase& c)
+{
+    static constexpr int kScaleFactors[] = {0, 1, 2, -1, 5, 16, 31, 32, -3, 40, 62, 63, 70, -33};
+    switch (p.Shape) {
+    case TFXShape::SetScalar:
+    case TFXShape::SetChannels:
+    case TFXShape::SignalSet:
+        for (int& v : c.Values)
+            v = ValueFor(p.Sample, rng);
+        break;
+    case TFXShape::SwapChannels:
+    case TFXShape::SwapChannelsInPlace:
+        for (int k = 0; k < 3; ++k) // repeats are allowed; every third case a permutation
+            c.Values[k] = rep == 0 ? 2 - k : int(rng() % 3);
+        break;
+    case TFXShape::Mirror:
+    case TFXShape::MirrorInPlace:
+    case TFXShape::ConvertFromFloat:
+        c.Param = n % 3; // the three axes; zero, nearest and financial rounding
+        break;
+    case TFXShape::AddNoise: {
+        int a = ValueFor(p.Sample, rng), b = ValueFor(p.Sample, rng);
+        if (rep == 0 && a > b) // bounds in order, reversed, and a narrow range
+            std::swap(a, b);
+        if (rep == 2)
+            b = std::min(a + int(rng() % 8), p.Sample == prim::TFXSample::U8 ? 255 : 65535);
+        c.Values[0] = a;
+        c.Values[1] = b;
+        c.NoiseSeed = rng();
+        break;
+    }
+    case TFXShape::SignalAddScaled:
+        c.ScaleFactor = kScaleFactors[n % std::size(kScaleFactors)];
+        break;
+    case TFXShape::SignalMulCScaled:
+        // mostly small constants (the vector kernels' range), some of any size
+        c.Values[0] = rep != 2 ? int(rng() % 2001) - 1000 : ValueFor(p.Sample, rng);
+        c.ScaleFactor = kScaleFactors[n % std::size(kScaleFactors)];
+        break;
+    case TFXShape::SignalShiftC:
+        c.Values[0] = int(rng() % 40);
+        break;
+    default:
+        break;
+    }
+}
+
 // The parameters of the point operations for case n (repetition rep of its width).
 void PointParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt19937& rng, TFXCase& c)
 {
@@ -247,6 +314,7 @@ void PointParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt199
         ArithmeticParameters(p, n, rep, rng, c);
         return;
     }
+    CopyParameters(p, n, rep, rng, c);
     const int maxValue = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
     for (int ch = 0; ch < prim::FXProcessedChannels(p.Layout); ++ch) {
         // Channels of one case get different kinds of tables.
@@ -301,6 +369,41 @@ TTwist TwistFor(int variant, std::mt19937& rng)
 
 } // namespace
 
+void FXFillSamples(prim::TFXSample sample, Ipp8u* p, std::size_t bytes, std::mt19937& rng)
+{
+    std::size_t i = 0;
+    if (sample == prim::TFXSample::F32) {
+        std::uniform_real_distribution<float> byteRange(-20.0f, 300.0f), wordRange(-20.0f, 7e4f);
+        const float specials[] = {std::numeric_limits<float>::quiet_NaN(),
+                                  std::numeric_limits<float>::infinity(),
+                                  -std::numeric_limits<float>::infinity(),
+                                  -0.0f,
+                                  1e20f,
+                                  -1e20f,
+                                  255.5f,
+                                  65535.5f};
+        for (; i + 4 <= bytes; i += 4) {
+            const unsigned kind = rng() % 20;
+            float v = kind < 11 ? byteRange(rng) : kind < 15 ? wordRange(rng) : 0.0f;
+            if (kind >= 15 && kind < 18) // exact halves, where the round modes differ
+                v = float(int(rng() % 66000) - 3) + 0.5f;
+            if (kind == 18)
+                v = specials[rng() % std::size(specials)];
+            if (kind == 19)
+                v = float(int(rng() % 300));
+            std::memcpy(p + i, &v, 4);
+        }
+    } else if (sample == prim::TFXSample::F64) {
+        std::uniform_real_distribution<double> moderate(-1000.0, 1000.0), large(-1e6, 1e6);
+        for (; i + 8 <= bytes; i += 8) {
+            const double v = rng() % 8 == 0 ? large(rng) : moderate(rng);
+            std::memcpy(p + i, &v, 8);
+        }
+    }
+    for (; i < bytes; ++i)
+        p[i] = Ipp8u(rng());
+}
+
 std::string TFXCase::Describe() const
 {
     std::ostringstream s;
@@ -331,7 +434,8 @@ std::string TFXCase::Describe() const
           << int(UpperValue[c]);
     s << "; scale factor " << ScaleFactor << ", values " << Values[0] << "/" << Values[1] << "/"
       << Values[2] << "/" << Values[3] << ", alpha type " << AlphaType << ", weight " << Weight
-      << (SmallSamples ? ", small samples" : "");
+      << (SmallSamples ? ", small samples" : "") << ", param " << Param << ", noise seed "
+      << NoiseSeed;
     return s.str();
 }
 
@@ -375,6 +479,10 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
                 const int k = int(c.Kernel.size());
                 c.KernelAnchor = rep == 0 ? k / 2 : rep == 1 ? k - 1 : int(rng() % k);
             }
+            if (prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout).Signal) {
+                c.Roi.height = 1; // one sample row per array
+                c.Extra = {};
+            }
             PointParameters(p, n, rep, rng, c);
             cases.push_back(c);
         }
@@ -403,6 +511,8 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
         big.Values[0] = 200, big.Values[1] = 77, big.Values[2] = 254, big.Values[3] = 3;
         big.Weight = 0.3f;
     } else {
+        if (prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout).Signal)
+            big.Roi = {big.Roi.width * big.Roi.height, 1};
         PointParameters(p, 1, 0, rng, big);
     }
     cases.push_back(big);
@@ -425,7 +535,7 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
     : FPrim(prim), FCase(c), FGeometry(prim::FXShapeGeometry(prim.Shape, prim.Sample, prim.Layout))
 {
     const prim::TFXShapeGeometry& g = FGeometry;
-    const int sampleBytes = prim::FXSampleBytes(prim.Sample);
+    const int sampleBytes = prim::FXSampleBytes(g.SrcSample);
     for (int r = 0; r < 3; ++r)
         for (int k = 0; k < 4; ++k)
             FTwist[r][k] = c.Twist[r][k];
@@ -444,8 +554,9 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
     const Ipp8u byteMask = c.SmallSamples ? 0x0F : 0xFF;
     const auto fill = [&](std::unique_ptr<Ipp8u[]>& image, std::size_t size) {
         image.reset(new Ipp8u[size]);
+        FXFillSamples(g.SrcSample, image.get(), size, rng);
         for (std::size_t i = 0; i < size; ++i)
-            image[i] = Ipp8u(rng()) & byteMask;
+            image[i] &= byteMask;
     };
     for (int p = 0; p < (g.SrcPixelBytes > 0 ? g.SrcPlanes : 0); ++p) {
         fill(FSrc[p], FSrcSize);
@@ -470,22 +581,23 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
         const IppiSize dstRoi = DstRoi();
         FDstRowBytes = std::size_t(dstRoi.width) * g.DstPixelBytes;
         FDstRows = dstRoi.height;
-        FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % g.DstSampleBytes;
+        FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % prim::FXSampleBytes(g.DstSample);
     }
     FDstPlaneBytes = std::size_t(FDstStep) * (FDstRows - 1) + FDstRowBytes;
     FDstInit.assign(kFXGuardBytes + g.DstPlanes * (FDstPlaneBytes + kFXGuardBytes), kSentinel);
     if (g.InPlace) // the image the primitive works on; padding keeps the sentinel
         for (int y = 0; y < FDstRows; ++y) {
             Ipp8u* row = FDstInit.data() + kFXGuardBytes + std::size_t(y) * FDstStep;
-            if (g.DstSampleBytes == int(sizeof(Ipp32f))) { // a float accumulator: finite values
+            if (g.DstSample == prim::TFXSample::F32) { // a float accumulator: finite values
                 std::uniform_real_distribution<float> any(-100.0f, 70000.0f);
                 for (std::size_t i = 0; i < FDstRowBytes; i += sizeof(Ipp32f)) {
                     const Ipp32f v = any(rng);
                     std::memcpy(row + i, &v, sizeof v);
                 }
             } else {
+                FXFillSamples(g.DstSample, row, FDstRowBytes, rng);
                 for (std::size_t i = 0; i < FDstRowBytes; ++i)
-                    row[i] = Ipp8u(rng()) & byteMask;
+                    row[i] &= byteMask;
             }
         }
 }
@@ -500,7 +612,7 @@ std::size_t TFXCaseImages::DstPlaneStart(int p) const
     return kFXGuardBytes + std::size_t(p) * (FDstPlaneBytes + kFXGuardBytes);
 }
 
-prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
+prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation, std::uint32_t* seed) const
 {
     prim::TFXShapeArgs a;
     a.Src = FSrcRoi[0];
@@ -537,18 +649,20 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.UpperLimit = FCase.UpperLimit.data();
     a.UpperValue = FCase.UpperValue.data();
     a.Twist = FTwist;
-    for (int p = 0; p < prim::kFXPlanes; ++p) {
-        if (FGeometry.SrcPlanes > 1)
+    if (FGeometry.SrcPlanes > 1)
+        for (int p = 0; p < FGeometry.SrcPlanes; ++p)
             a.Planes[p] = const_cast<Ipp8u*>(FSrcRoi[p]);
-        else if (dstAllocation != nullptr && FGeometry.DstPlanes > 1)
+    else if (dstAllocation != nullptr && FGeometry.DstPlanes > 1)
+        for (int p = 0; p < FGeometry.DstPlanes; ++p)
             a.Planes[p] = dstAllocation + DstPlaneStart(p);
-    }
     a.Src2 = FSrc2Roi;
     a.Src2Step = FSrc2Step;
     a.ScaleFactor = FCase.ScaleFactor;
     std::copy(std::begin(FCase.Values), std::end(FCase.Values), a.Values);
     a.AlphaType = FCase.AlphaType;
     a.Weight = FCase.Weight;
+    a.Param = FCase.Param;
+    a.Seed = seed;
     return a;
 }
 
@@ -556,7 +670,8 @@ TFXRunResult TFXCaseImages::Run(prim::TFXAnyFn fn) const
 {
     TFXRunResult r;
     r.Dst = FDstInit;
-    r.Status = prim::FXCallShape(FPrim.Shape, FPrim.Sample, fn, Args(r.Dst.data()));
+    r.NoiseSeed = FCase.NoiseSeed;
+    r.Status = prim::FXCallShape(FPrim.Shape, FPrim.Sample, fn, Args(r.Dst.data(), &r.NoiseSeed));
     return r;
 }
 
@@ -565,7 +680,7 @@ std::size_t TFXCaseImages::DstOffset(int x, int y, int c) const
     const std::size_t at = std::size_t(y) * FDstStep + std::size_t(x) * FGeometry.DstPixelBytes;
     if (FGeometry.DstPlanes > 1)
         return DstPlaneStart(c) + at;
-    return kFXGuardBytes + at + std::size_t(c) * FGeometry.DstSampleBytes;
+    return kFXGuardBytes + at + std::size_t(c) * prim::FXSampleBytes(FGeometry.DstSample);
 }
 
 std::vector<Ipp32s> TFXCaseImages::Counts(const std::vector<Ipp8u>& dst, int c) const

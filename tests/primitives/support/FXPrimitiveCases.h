@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,11 @@ struct TFXCase {
     int AlphaType = 0;
     Ipp32f Weight = 0.0f;
     bool SmallSamples = false; // sources hold small values (ties, zeros, no saturation)
+    // Copies, conversions, mirrors, noise, signals: the flip or round mode (TFXShapeArgs::Param)
+    // and the noise generator's seed word; the set values, channel orders, noise bounds and
+    // signal constants are in Values.
+    int Param = 0;
+    std::uint32_t NoiseSeed = 0;
 
     std::string Describe() const;
 };
@@ -62,7 +68,8 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& prim);
 // What a run left behind.
 struct TFXRunResult {
     IppStatus Status = ippStsNoErr;
-    std::vector<Ipp8u> Dst; // the whole destination allocation, guards and padding included
+    std::vector<Ipp8u> Dst;      // the whole destination allocation, guards and padding included
+    std::uint32_t NoiseSeed = 0; // the seed word after the call (AddNoise)
 };
 
 // Random source images exactly as large as the case needs (the last row has no padding, so
@@ -74,15 +81,17 @@ public:
     TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& c);
 
     // Runs fn (a level kernel or an entry point of the primitive's shape) on a fresh copy of
-    // the destination.
+    // the destination (and of the noise seed).
     TFXRunResult Run(prim::TFXAnyFn fn) const;
-    // The arguments for a destination buffer from Fresh().
-    prim::TFXShapeArgs Args(Ipp8u* dstAllocation) const;
+    // The arguments for a destination buffer from Fresh() (and a seed word, for AddNoise).
+    prim::TFXShapeArgs Args(Ipp8u* dstAllocation, std::uint32_t* seed = nullptr) const;
+    // The destination before the call: sentinel bytes, and random samples in the ROI rows of
+    // in-place shapes.
     std::vector<Ipp8u> Fresh() const { return FDstInit; }
     // The first byte outside the ROI rows that differs from the sentinel, or -1.
     long FirstDamagedGuard(const std::vector<Ipp8u>& dst) const;
     // Offset of destination pixel (x, y) channel c in the allocation (planar destinations: of
-    // plane c).
+    // plane c; signals: sample x of array c).
     std::size_t DstOffset(int x, int y, int c) const;
     // The histograms' outputs: bin counts and levels of channel c in a run's destination.
     std::vector<Ipp32s> Counts(const std::vector<Ipp8u>& dst, int c) const;
@@ -118,11 +127,16 @@ private:
     std::array<const Ipp8u*, prim::kFXPlanes> FSrcRoi{};
     std::unique_ptr<Ipp8u[]> FSrc2;
     const Ipp8u* FSrc2Roi = nullptr;
-    std::vector<Ipp8u> FDstInit; // guard, plane, guard [, plane, guard, plane, guard]
+    std::vector<Ipp8u> FDstInit; // guard, plane, guard [, plane, guard ...]
     Ipp32f FTwist[3][4]{};
 };
 
 inline constexpr int kFXGuardBytes = 64;
+
+// Fills `bytes` bytes with random samples of the type from rng: any bit pattern for integers;
+// for floats mostly values around the 8-bit and 16-bit ranges, exact halves, and a few
+// infinities, NaNs and huge values; for doubles, magnitudes and phases of moderate size.
+void FXFillSamples(prim::TFXSample sample, Ipp8u* p, std::size_t bytes, std::mt19937& rng);
 
 // The shapes of the arithmetic, logic, compositing and accumulation primitives (declared
 // together in TFXShape).
