@@ -69,8 +69,10 @@ inline std::int64_t FXScaleHalfEven(std::int64_t v, int scaleFactor)
         return v;
     if (scaleFactor < 0) {
         constexpr std::int64_t kLimit = std::int64_t(1) << 62;
+        if (scaleFactor <= -62) // before negating: INT_MIN has no positive counterpart
+            return v > 0 ? kLimit : -kLimit;
         const int n = -scaleFactor;
-        if (n >= 62 || v > (kLimit >> n) || v < -(kLimit >> n))
+        if (v > (kLimit >> n) || v < -(kLimit >> n))
             return v > 0 ? kLimit : -kLimit;
         return v * (std::int64_t(1) << n);
     }

@@ -14,24 +14,15 @@
 namespace framix::prim::ref {
 namespace {
 
-// Scale factors beyond these change nothing: any nonzero result scaled up by 2^20 saturates a
-// 16-bit sample, any quotient of 16-bit samples scaled up by 2^34 does, and any value below 2^33
-// scaled down by 2^40 rounds to zero.
-constexpr int kShiftUpLimit = 20;
+// Quotients: any quotient of 16-bit samples scaled up by 2^34 saturates, and any value below
+// 2^33 scaled down by 2^40 rounds to zero, so scale factors beyond +-40 change nothing.
 constexpr int kScaleLimit = 40;
 
 // v * 2^-scaleFactor rounded to the nearest integer, halves to even, then saturated: IPP's
 // rule for every Sfs result. v is exact; negative values (differences) saturate to 0.
 template <class T> T ScaleSaturate(std::int64_t v, int scaleFactor)
 {
-    if (v <= 0)
-        return T(0);
-    const int sf = std::clamp(scaleFactor, -kShiftUpLimit, kScaleLimit);
-    if (sf < 0) // v < 2^33 (a 16-bit product), so the shift stays inside 64 bits
-        return FXSaturate<T>(v << -sf);
-    if (sf == 0)
-        return FXSaturate<T>(v);
-    return FXSaturate<T>(FXDivRoundHalfEven(v, std::int64_t(1) << sf));
+    return FXSaturate<T>(FXScaleHalfEven(v, scaleFactor));
 }
 
 // dividend * 2^-scaleFactor / divisor, exactly, rounded halves to even and saturated. A zero
@@ -125,8 +116,8 @@ template <class T, TFXLayout L>
 IppStatus MulCScaleV(const T* pSrc, int srcStep, const T* value, T* pDst, int dstStep,
                      IppiSize roiSize)
 {
-    FXForEachSample<T, L>(pSrc, srcStep, pDst, dstStep, roiSize,
-                          [&](T s, int c) { return ScaleByFraction(s, value[c]); });
+    FXMapSamples<T, L>(pSrc, srcStep, pDst, dstStep, roiSize,
+                       [&](T s, int c) { return ScaleByFraction(s, value[c]); });
     return ippStsNoErr;
 }
 

@@ -10,7 +10,7 @@ namespace framix::prim::ref {
 
 // Runs op(first, second) -> result over every processed sample of the ROI: C1, C3 and C4
 // samples alike, AC4 skipping the alpha (the destination's alpha keeps its value). An in-place
-// call passes the destination as `second`.
+// call passes the destination as `second`. FXMapSamples (FXImageRows.h) is the one-source form.
 template <class T, TFXLayout L, class Op>
 void FXForEachPair(const T* first, int firstStep, const T* second, int secondStep, T* dst,
                    int dstStep, IppiSize roi, Op op)
@@ -25,20 +25,6 @@ void FXForEachPair(const T* first, int firstStep, const T* second, int secondSte
                 const int i = x * kCh + c;
                 d[i] = op(a[i], b[i]);
             }
-    }
-}
-
-// The same with one source: op(sample, channel) -> result.
-template <class T, TFXLayout L, class Op>
-void FXForEachSample(const T* src, int srcStep, T* dst, int dstStep, IppiSize roi, Op op)
-{
-    constexpr int kCh = FXChannels(L);
-    for (int y = 0; y < roi.height; ++y) {
-        const T* s = FXRowAt(src, srcStep, y);
-        T* d = FXRowAt(dst, dstStep, y);
-        for (int x = 0; x < roi.width; ++x)
-            for (int c = 0; c < FXProcessedChannels(L); ++c)
-                d[x * kCh + c] = op(s[x * kCh + c], c);
     }
 }
 

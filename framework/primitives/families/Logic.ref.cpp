@@ -49,8 +49,8 @@ FX_POINT_IN_PLACE(XorI, Xor)
 
 template <class T, TFXLayout L> IppStatus NotI(T* pSrcDst, int srcDstStep, IppiSize roiSize)
 {
-    FXForEachSample<T, L>(pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize,
-                          [](T s, int) { return T(~s); });
+    FXMapSamples<T, L>(pSrcDst, srcDstStep, pSrcDst, srcDstStep, roiSize,
+                       [](T s, int) { return T(~s); });
     return ippStsNoErr;
 }
 
