@@ -134,6 +134,7 @@ std::vector<TFXBenchParams> ParamsFor(const TFXPrimitiveInfo& p)
     case TFXShape::ConstVectorInPlace:
     case TFXShape::Reduce:
     case TFXShape::AccumulateWeighted:
+        return {{"point"}};
     case TFXShape::PixelMap:
     case TFXShape::ColorConvertC3P3:
     case TFXShape::ColorConvertP3C3:
