@@ -574,7 +574,20 @@ void TFXGraphLoader::CheckForCycles(const std::vector<TLink>& links)
         const TKTComponent* Component;
         std::size_t Edge;
     };
-    for (const auto& [start, unused] : next) {
+    // Start from the components in the order the file declares them, so the cycle reported
+    // (and its line) does not depend on where the components lie in memory.
+    std::vector<const TKTComponent*> starts;
+    for (const auto& [component, unused] : next)
+        starts.push_back(component);
+    const auto declared = [this](const TKTComponent* c) {
+        const auto found = FPositions.find(c);
+        const TFXFormPosition at = found != FPositions.end() ? found->second : TFXFormPosition{};
+        return std::pair(at.Line, at.Column);
+    };
+    std::stable_sort(
+        starts.begin(), starts.end(),
+        [&](const TKTComponent* a, const TKTComponent* b) { return declared(a) < declared(b); });
+    for (const TKTComponent* start : starts) {
         if (state[start] != Unseen)
             continue;
         std::vector<TFrame> stack{{start, 0}};

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <initializer_list>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
@@ -41,7 +43,25 @@ struct TFXBenchParams {
     Ipp32s Lower = 0, Upper = 0;
     int BitSize = 8;
     Ipp8u Limit = 96, UpperLimit = 160;
+    // Arithmetic and compositing: scale factor, constants or alphas, compositing type, weight.
+    int ScaleFactor = 0;
+    int Values[4] = {200, 100, 50, 250};
+    int AlphaType = 0;
+    Ipp32f Weight = 0.3f;
+    int Param = 0; // flip, round mode
 };
+
+// Copies, conversions, noise and signals: a label, the values and the flip or round mode.
+TFXBenchParams Point(std::string label, std::initializer_list<int> values, int param = 0,
+                     int scaleFactor = 0)
+{
+    TFXBenchParams p;
+    p.Label = std::move(label);
+    std::copy(values.begin(), values.end(), p.Values);
+    p.Param = param;
+    p.ScaleFactor = scaleFactor;
+    return p;
+}
 
 // A k x k integer kernel of small mixed weights over 7 (16-bit sums for 8-bit samples).
 TFXBenchParams IntKernelParams(int k)
@@ -93,37 +113,84 @@ std::vector<TFXBenchParams> ParamsFor(const TFXPrimitiveInfo& p)
     }
     case TFXShape::LutPalette:
         return {{"bits:8"}};
-    case TFXShape::ColorConvert:
+    case TFXShape::BinarySfs:
+    case TFXShape::BinaryInPlaceSfs:
+        return {{"sf:0"}};
+    case TFXShape::AlphaConst:
+    case TFXShape::AlphaPixel: {
+        TFXBenchParams over{"over"};
+        over.Values[1] = 55; // alphas 200 and 55, as a cross-fade has them
+        TFXBenchParams second = over;
+        second.Label = p.Shape == TFXShape::AlphaConst ? "plus" : "atop";
+        second.AlphaType = p.Shape == TFXShape::AlphaConst ? ippAlphaPlus : ippAlphaATop;
+        return {over, second};
+    }
+    case TFXShape::Binary:
+    case TFXShape::BinaryInPlace:
+    case TFXShape::UnaryInPlace:
+    case TFXShape::ConstScalar:
+    case TFXShape::ConstVector:
+    case TFXShape::ConstScalarInPlace:
+    case TFXShape::ConstVectorInPlace:
+    case TFXShape::Reduce:
+    case TFXShape::AccumulateWeighted:
+        return {{"point"}};
+    case TFXShape::PixelMap:
     case TFXShape::ColorConvertC3P3:
     case TFXShape::ColorConvertP3C3:
     case TFXShape::ColorTwist:
         return {{"pixels"}}; // point operations
-    default:
+    case TFXShape::Threshold:
+    case TFXShape::ThresholdBoth:
         return {{"limits:96/160"}};
+    case TFXShape::SetScalar:
+    case TFXShape::SetChannels:
+    case TFXShape::SignalSet:
+        return {Point("value:7", {7, 7, 7, 7})};
+    case TFXShape::SwapChannels:
+    case TFXShape::SwapChannelsInPlace:
+        return {Point("order:210", {2, 1, 0})};
+    case TFXShape::Mirror:
+    case TFXShape::MirrorInPlace:
+        return {Point("axis:horizontal", {}, ippAxsHorizontal),
+                Point("axis:vertical", {}, ippAxsVertical), Point("axis:both", {}, ippAxsBoth)};
+    case TFXShape::ConvertFromFloat:
+        return {Point("round:near", {}, ippRndNear), Point("round:zero", {}, ippRndZero)};
+    case TFXShape::AddNoise:
+        return {Point("params:10,40", {10, 40})};
+    case TFXShape::SignalAddScaled:
+        return {Point("sf:0", {}, 0, 0), Point("sf:3", {}, 0, 3)};
+    case TFXShape::SignalMulCScaled:
+        return {Point("val:3,sf:2", {3}, 0, 2)};
+    case TFXShape::SignalShiftC:
+        return {Point("val:3", {3})};
+    default:
+        return {Point("", {})};
     }
 }
 
 // A 1080p frame with the margins the primitive reads, rows 64-byte aligned, and its output.
 class TFXBenchImages {
 public:
+    // Signal primitives run over the frame's samples as one array (Roi {W * H, 1}).
     TFXBenchImages(const TFXPrimitiveInfo& p, const TFXBenchParams& params)
     {
-        FArgs.Roi = kFrame;
+        const prim::TFXShapeGeometry g = prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout);
+        FArgs.Roi = g.Signal ? IppiSize{kFrame.width * kFrame.height, 1} : kFrame;
         FArgs.Mask = params.Mask;
         FArgs.Anchor = params.Anchor;
-        FArgs.Kernel = params.Kernel.data();
-        FArgs.KernelSize = int(params.Kernel.size());
-        FArgs.KernelAnchor = params.KernelAnchor;
         FKernel = params.Kernel;
         FArgs.Kernel = FKernel.data();
+        FArgs.KernelSize = int(params.Kernel.size());
+        FArgs.KernelAnchor = params.KernelAnchor;
         FIntKernel = params.IntKernel;
         FArgs.IntKernel = FIntKernel.data();
         FArgs.Divisor = params.Divisor;
         FArgs.MaskCode = params.MaskCode;
         FParams = params;
         for (int c = 0; c < 4; ++c) {
-            FArgs.Values[c] = FParams.LutValues.data();
-            FArgs.Levels[c] = FParams.LutLevels.data();
+            FArgs.LutValues[c] = FParams.LutValues.data();
+            FArgs.LutLevels[c] = FParams.LutLevels.data();
             FArgs.LevelCounts[c] =
                 params.HistLevels > 0 ? params.HistLevels : int(params.LutLevels.size());
             FArgs.Lower[c] = params.Lower;
@@ -145,35 +212,49 @@ public:
         FArgs.UpperLimit = FLimits.data() + 6;
         FArgs.UpperValue = FLimits.data() + 9;
         FArgs.Twist = kTwist;
+        FArgs.ScaleFactor = params.ScaleFactor;
+        std::copy(std::begin(params.Values), std::end(params.Values), FArgs.Values);
+        FArgs.AlphaType = params.AlphaType;
+        FArgs.Weight = params.Weight;
+        FArgs.Param = params.Param;
+        FArgs.Seed = &FSeed;
         const prim::TFXMargins m = prim::FXShapeMargins(p.Shape, FArgs);
-        const int sampleBytes = prim::FXSampleBytes(p.Sample);
-        const int pixelBytes = prim::FXChannels(p.Layout) * sampleBytes;
-        const int dstPixelBytes = prim::FXDstPixelBytes(p.Shape, p.Sample, p.Layout);
-        // Planar sides: three planes of one sample per pixel, stacked in one allocation.
-        const int srcPlanes = prim::FXSrcPlanes(p.Shape), dstPlanes = prim::FXDstPlanes(p.Shape);
-        const int srcPixel = srcPlanes > 1 ? sampleBytes : pixelBytes;
-        const int dstPixel = dstPlanes > 1 ? sampleBytes : std::max(dstPixelBytes, 1);
-        const int srcRow = (kFrame.width + m.Left + m.Right) * srcPixel;
+        // Planar sides: the planes of one sample per pixel, stacked in one allocation.
+        const IppiSize roi = FArgs.Roi;
+        const int srcRow = (roi.width + m.Left + m.Right) * g.SrcPixelBytes;
         FArgs.SrcStep = (srcRow + 63) / 64 * 64;
-        FArgs.DstStep = (kFrame.width * dstPixel + 63) / 64 * 64;
-        const std::size_t srcPlane =
-            std::size_t(FArgs.SrcStep) * (kFrame.height + m.Top + m.Bottom);
-        const std::size_t dstPlane = std::size_t(FArgs.DstStep) * kFrame.height;
-        const std::size_t srcBytes = srcPlane * srcPlanes;
-        FSrc.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, srcBytes)));
-        FDst.reset(static_cast<Ipp8u*>(std::aligned_alloc(64, dstPlane * dstPlanes)));
+        FArgs.Src2Step = FArgs.SrcStep;
+        FArgs.DstStep = (roi.width * std::max(g.DstPixelBytes, 1) + 63) / 64 * 64;
+        const std::size_t srcPlane = std::size_t(FArgs.SrcStep) * (roi.height + m.Top + m.Bottom);
+        const std::size_t dstPlane = std::size_t(FArgs.DstStep) * roi.height;
+        const std::size_t srcBytes = std::max<std::size_t>(srcPlane * g.SrcPlanes, 1);
+        const std::size_t dstBytes = dstPlane * g.DstPlanes;
         std::mt19937 rng(7);
-        for (std::size_t i = 0; i < srcBytes; ++i)
-            FSrc.get()[i] = Ipp8u(rng());
-        std::memset(FDst.get(), 0, dstPlane * dstPlanes);
-        FArgs.Src =
-            FSrc.get() + std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * srcPixel;
+        // A maximum search stops at the largest value: keep it out of its image.
+        const int range = g.Reduces ? 255 : 256;
+        const auto image = [&](prim::TFXSample sample, std::size_t bytes) {
+            TImage img(static_cast<Ipp8u*>(std::aligned_alloc(64, (bytes + 63) / 64 * 64)));
+            FillSamples(sample, img.get(), bytes, rng, range);
+            return img;
+        };
+        FSrc = image(g.SrcSample, srcBytes);
+        if (g.SecondSource)
+            FSrc2 = image(g.SrcSample, srcBytes);
+        FDst = image(g.DstSample, dstBytes);
+        const std::size_t origin =
+            std::size_t(m.Top) * FArgs.SrcStep + std::size_t(m.Left) * g.SrcPixelBytes;
+        FArgs.Src = g.SrcPixelBytes > 0 ? FSrc.get() + origin : nullptr;
+        FArgs.Src2 = g.SecondSource ? FSrc2.get() + origin : nullptr;
         FArgs.Dst = FDst.get();
-        for (int k = 0; k < prim::kFXPlanes; ++k)
-            FArgs.Planes[k] = srcPlanes > 1 ? FSrc.get() + k * srcPlane
-                                            : FDst.get() + (dstPlanes > 1 ? k * dstPlane : 0);
-        FBytes =
-            double(kFrame.width) * kFrame.height * (pixelBytes + dstPixelBytes); // read + written
+        for (int k = 0; k < prim::kFXMaxPlanes; ++k)
+            FArgs.Planes[k] = g.SrcPlanes > 1 ? FSrc.get() + k * srcPlane
+                                              : FDst.get() + (g.DstPlanes > 1 ? k * dstPlane : 0);
+        // Bytes read and written per pixel.
+        const int sources = g.SrcPlanes * (g.SecondSource ? 2 : 1);
+        const double perPixel = sources * g.SrcPixelBytes + g.DstPlanes * g.DstPixelBytes *
+                                                                (g.InPlace ? 2 : 1) *
+                                                                (g.Reduces ? 0 : 1);
+        FBytes = perPixel * double(roi.width) * roi.height;
     }
 
     const prim::TFXShapeArgs& Args() const { return FArgs; }
@@ -183,6 +264,27 @@ private:
     struct TFree {
         void operator()(Ipp8u* p) const { std::free(p); }
     };
+    using TImage = std::unique_ptr<Ipp8u, TFree>;
+    // Random samples: bytes below `range`; floats in the 8-bit range and doubles of moderate
+    // size, so that no special value takes a slow path.
+    static void FillSamples(prim::TFXSample sample, Ipp8u* p, std::size_t bytes, std::mt19937& rng,
+                            int range)
+    {
+        if (sample == prim::TFXSample::F32)
+            for (std::size_t i = 0; i + 4 <= bytes; i += 4) {
+                const float v = float(rng() % 30000) / 100.0f;
+                std::memcpy(p + i, &v, 4);
+            }
+        else if (sample == prim::TFXSample::F64)
+            for (std::size_t i = 0; i + 8 <= bytes; i += 8) {
+                const double v = double(rng() % 200000) / 100.0 - 1000.0;
+                std::memcpy(p + i, &v, 8);
+            }
+        else
+            for (std::size_t i = 0; i < bytes; ++i)
+                p[i] = Ipp8u(rng() % range);
+    }
+
     prim::TFXShapeArgs FArgs;
     std::vector<Ipp32f> FKernel;
     std::vector<Ipp32s> FIntKernel;
@@ -190,7 +292,8 @@ private:
     std::array<std::vector<Ipp32s>, 4> FHist, FHistLevels;
     std::vector<Ipp32u> FPalette;
     std::array<Ipp8u, 12> FLimits{};
-    std::unique_ptr<Ipp8u, TFree> FSrc, FDst;
+    TImage FSrc, FSrc2, FDst;
+    unsigned int FSeed = 1;
     double FBytes = 0;
 };
 
@@ -207,7 +310,7 @@ void RunLevel(benchmark::State& state, const TFXPrimitiveInfo* p, TFXSimdLevel l
     const TFXBenchImages images(*p, params);
     const prim::TFXAnyFn fn = p->At(level);
     const IppStatus first = prim::FXCallShape(p->Shape, p->Sample, fn, images.Args());
-    if (first != ippStsNoErr) {
+    if (first < ippStsNoErr || first == prim::kFXDeclined) { // warnings are fine
         state.SkipWithError(first == prim::kFXDeclined ? "declined: the reference runs"
                                                        : "the primitive failed");
         return;
@@ -223,7 +326,7 @@ void RunIpp(benchmark::State& state, const TFXPrimitiveInfo* p, TFXBenchParams p
 {
     const TFXBenchImages images(*p, params);
     test::TFXIppOracle ipp(*p, images.Args(), test::TFXIppPurpose::Timing);
-    if (!ipp.Ready() || ipp.Run() != 0) {
+    if (!ipp.Ready() || ipp.Run() < 0) { // warnings are fine
         state.SkipWithError("IPP refused the arguments");
         return;
     }
@@ -254,21 +357,22 @@ bool RegisterAll()
     setenv("FRAMIX_IPP_DIR", (repo + ".deps/ipp/lib").c_str(), 0);
     const bool ipp = test::FXRealIppLoaded();
     const std::string frame =
-        "/" + std::to_string(kFrame.width) + "x" + std::to_string(kFrame.height) + "/";
+        "/" + std::to_string(kFrame.width) + "x" + std::to_string(kFrame.height);
     for (const TFXPrimitiveInfo& p : prim::FXAllPrimitives())
         for (const TFXBenchParams& params : ParamsFor(p)) {
             for (TFXSimdLevel level : kFXAllSimdLevels)
                 if (p.Has(level) && FXCpuSupports(level))
                     benchmark::RegisterBenchmark((std::string(p.Name) + "/" +
                                                   std::string(FXLevelName(level)) + frame +
-                                                  params.Label)
+                                                  (params.Label.empty() ? "" : "/") + params.Label)
                                                      .c_str(),
                                                  RunLevel, &p, level, params)
                         ->Unit(benchmark::kMicrosecond);
             if (ipp)
-                benchmark::RegisterBenchmark(
-                    (std::string(p.Name) + "/ipp" + frame + params.Label).c_str(), RunIpp, &p,
-                    params)
+                benchmark::RegisterBenchmark((std::string(p.Name) + "/ipp" + frame +
+                                              (params.Label.empty() ? "" : "/") + params.Label)
+                                                 .c_str(),
+                                             RunIpp, &p, params)
                     ->Unit(benchmark::kMicrosecond);
         }
     for (int pixelBytes : {1, 2, 4})

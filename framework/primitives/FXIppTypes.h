@@ -92,7 +92,30 @@ enum IppiMaskSize : int {
     ippMskSize5x5 = 55,
 };
 
+// Compositing operations of ippiAlphaComp and ippiAlphaCompC.
+enum IppiAlphaType : int {
+    ippAlphaOver = 0,
+    ippAlphaIn = 1,
+    ippAlphaOut = 2,
+    ippAlphaATop = 3,
+    ippAlphaXor = 4,
+    ippAlphaPlus = 5,
+    ippAlphaOverPremul = 6,
+    ippAlphaInPremul = 7,
+    ippAlphaOutPremul = 8,
+    ippAlphaATopPremul = 9,
+    ippAlphaXorPremul = 10,
+    ippAlphaPlusPremul = 11,
+};
+
 inline constexpr int IPP_MAX_8U = 0xFF;
 inline constexpr int IPP_MAX_16U = 0xFFFF;
+
+// Mirror axes. The fixed underlying type lets a caller pass any value; the primitives reject the
+// ones they do not know.
+enum IppiAxis : int { ippAxsHorizontal = 0, ippAxsVertical = 1, ippAxsBoth = 2 };
+
+// Float to integer rounding (legacy values).
+enum IppRoundMode : int { ippRndZero = 0, ippRndNear = 1, ippRndFinancial = 2 };
 
 } // namespace framix

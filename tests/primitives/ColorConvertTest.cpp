@@ -198,7 +198,7 @@ TEST(ColorConvert, EveryLevelEqualsTheReferenceAcrossTheColourCube)
     constexpr int kHeight = (kColours + kWidth - 1) / kWidth;
     for (const TFXPrimitiveInfo& info : prim::FXAllPrimitives()) {
         const TFXPrimitiveInfo* p = &info;
-        if (p->Shape != prim::TFXShape::ColorConvert || p->Layout != prim::TFXLayout::C3 ||
+        if (p->Shape != prim::TFXShape::PixelMap || p->Layout != prim::TFXLayout::C3 ||
             p->Name.find("Twist") != std::string_view::npos ||
             p->Name.find("Gamma") != std::string_view::npos)
             continue;

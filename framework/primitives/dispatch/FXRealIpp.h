@@ -16,7 +16,8 @@ void* FXResolvePrimitive(const wchar_t* name, TFXIppDomain domain);
 // Names whose legacy argument list the supported real IPP (2021 and later) still exports
 // unchanged. Only these may bind to it; IppDifferentialTest checks each against the installed
 // headers. No box, rank or separable filter qualifies: IPP 9.0 removed or changed them all;
-// nor does any look-up table, whose arguments changed under the same names.
+// nor does any look-up table, whose arguments changed under the same names. Copies, sets,
+// mirrors, conversions and the signal primitives do.
 std::span<const std::string_view> FXRealIppVerifiedNames();
 
 // True when the library was built with FRAMIX_WITH_IPP, FRAMIX_USE_IPP=1 is set, and the IPP

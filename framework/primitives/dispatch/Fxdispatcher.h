@@ -8,11 +8,13 @@
 #include "framework/primitives/families/ColorConvert.h"
 #include "framework/primitives/families/ColorHls.h"
 #include "framework/primitives/families/ColorTwist.h"
+#include "framework/primitives/families/Convert.h"
 #include "framework/primitives/families/FilterBox.h"
 #include "framework/primitives/families/FilterFixedMedian.h"
 #include "framework/primitives/families/FilterKernel.h"
 #include "framework/primitives/families/Histogram.h"
 #include "framework/primitives/families/Lut.h"
+#include "framework/primitives/families/Noise.h"
 #include "framework/primitives/families/Threshold.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
@@ -28,7 +30,9 @@
     FX_LUT_PRIMITIVES(V)                                                                           \
     FX_THRESHOLD_PRIMITIVES(V)                                                                     \
     FX_HISTOGRAM_PRIMITIVES(V)                                                                     \
-    FX_COLOR_TWIST_PRIMITIVES(V)
+    FX_COLOR_TWIST_PRIMITIVES(V)                                                                   \
+    FX_CONVERT_PRIMITIVES(V)                                                                       \
+    FX_NOISE_PRIMITIVES(V)
 
 namespace framix::ipp {
 FX_FXDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

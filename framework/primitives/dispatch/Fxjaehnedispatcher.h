@@ -5,9 +5,10 @@
 
 #include "framework/primitives/dispatch/FXDispatcherModule.h"
 #include "framework/primitives/dispatch/FXIppPointers.h"
+#include "framework/primitives/families/ImageJaehne.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
-#define FX_FXJAEHNEDISPATCHER_VARIABLES(V) /* none implemented yet */
+#define FX_FXJAEHNEDISPATCHER_VARIABLES(V) FX_IMAGE_JAEHNE_PRIMITIVES(V)
 
 namespace framix::ipp {
 FX_FXJAEHNEDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

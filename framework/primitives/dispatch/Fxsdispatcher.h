@@ -5,9 +5,10 @@
 
 #include "framework/primitives/dispatch/FXDispatcherModule.h"
 #include "framework/primitives/dispatch/FXIppPointers.h"
+#include "framework/primitives/families/Signal.h"
 
 // The module's variables in declaration order (binding order): V(name, ...).
-#define FX_FXSDISPATCHER_VARIABLES(V) /* none implemented yet */
+#define FX_FXSDISPATCHER_VARIABLES(V) V(ippsPolarToCart_64f)
 
 namespace framix::ipp {
 FX_FXSDISPATCHER_VARIABLES(FX_DECLARE_IPP_VARIABLE)

@@ -6,14 +6,14 @@
 
 namespace framix::prim {
 
-template <class T, TFXLayout L> inline constexpr auto CheckRGBToHSV = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckRGBToLUV = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckRGBToXYZ = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckRGBToYCC = &FXCheckColorConvert<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckRGBToHSV = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckRGBToLUV = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckRGBToXYZ = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckRGBToYCC = &FXCheckPixelMap<T, L>;
 template <class T, TFXLayout L>
-inline constexpr auto CheckRGBToYCbCr = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckRGBToYUV = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckBGRToLab = &FXCheckColorConvert<T, L>;
+inline constexpr auto CheckRGBToYCbCr = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckRGBToYUV = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckBGRToLab = &FXCheckPixelMap<T, L>;
 
 FX_DEFINE_FAMILY(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
 

@@ -6,14 +6,14 @@
 
 namespace framix::prim {
 
-template <class T, TFXLayout L> inline constexpr auto CheckHSVToRGB = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckYUVToRGB = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckXYZToRGB = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckYCCToRGB = &FXCheckColorConvert<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckHSVToRGB = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckYUVToRGB = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckXYZToRGB = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckYCCToRGB = &FXCheckPixelMap<T, L>;
 template <class T, TFXLayout L>
-inline constexpr auto CheckYCbCrToRGB = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckLUVToRGB = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckLabToBGR = &FXCheckColorConvert<T, L>;
+inline constexpr auto CheckYCbCrToRGB = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckLUVToRGB = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckLabToBGR = &FXCheckPixelMap<T, L>;
 
 FX_DEFINE_FAMILY(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
 

@@ -6,8 +6,8 @@
 
 namespace framix::prim {
 
-template <class T, TFXLayout L> inline constexpr auto CheckRGBToHLS = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckHLSToRGB = &FXCheckColorConvert<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckRGBToHLS = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckHLSToRGB = &FXCheckPixelMap<T, L>;
 template <class T, TFXLayout L>
 inline constexpr auto CheckBGRToHLS = &FXCheckColorConvertC3P3<T, L>;
 template <class T, TFXLayout L>

@@ -12,11 +12,11 @@
 
 // X(name, Op, Shape, T, L); see FXFamily.h.
 #define FX_COLOR_HLS_PRIMITIVES(X)                                                                 \
-    X(ippiRGBToHLS_8u_C3R, RGBToHLS, ColorConvert, Ipp8u, C3)                                      \
-    X(ippiRGBToHLS_8u_AC4R, RGBToHLS, ColorConvert, Ipp8u, AC4)                                    \
+    X(ippiRGBToHLS_8u_C3R, RGBToHLS, PixelMap, Ipp8u, C3)                                          \
+    X(ippiRGBToHLS_8u_AC4R, RGBToHLS, PixelMap, Ipp8u, AC4)                                        \
     X(ippiBGRToHLS_8u_C3P3R, BGRToHLS, ColorConvertC3P3, Ipp8u, C3)                                \
-    X(ippiHLSToRGB_8u_C3R, HLSToRGB, ColorConvert, Ipp8u, C3)                                      \
-    X(ippiHLSToRGB_8u_AC4R, HLSToRGB, ColorConvert, Ipp8u, AC4)                                    \
+    X(ippiHLSToRGB_8u_C3R, HLSToRGB, PixelMap, Ipp8u, C3)                                          \
+    X(ippiHLSToRGB_8u_AC4R, HLSToRGB, PixelMap, Ipp8u, AC4)                                        \
     X(ippiHLSToBGR_8u_P3C3R, HLSToBGR, ColorConvertP3C3, Ipp8u, C3)
 
 namespace framix::prim {
@@ -60,7 +60,8 @@ inline constexpr std::array<std::uint32_t, 256> kFXReciprocalEstimateBits = {
     0x3B924000, 0x3B91A000, 0x3B90F800, 0x3B905800, 0x3B8FB000, 0x3B8F1000, 0x3B8E7000, 0x3B8DD800,
     0x3B8D3800, 0x3B8CA000, 0x3B8C0000, 0x3B8B6800, 0x3B8AD800, 0x3B8A4000, 0x3B89A800, 0x3B891800,
     0x3B888000, 0x3B87F000, 0x3B876000, 0x3B86D800, 0x3B864800, 0x3B85B800, 0x3B853000, 0x3B84A800,
-    0x3B842000, 0x3B839800, 0x3B831000, 0x3B828800, 0x3B820000, 0x3B818000, 0x3B810000, 0x3B808000,};
+    0x3B842000, 0x3B839800, 0x3B831000, 0x3B828800, 0x3B820000, 0x3B818000, 0x3B810000, 0x3B808000,
+};
 
 inline float FXReciprocalEstimate(int n)
 {

@@ -8,8 +8,8 @@ namespace framix::prim {
 
 template <class T, TFXLayout L>
 inline constexpr auto CheckColorTwist32f = &FXCheckColorTwist<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckGammaFwd = &FXCheckColorConvert<T, L>;
-template <class T, TFXLayout L> inline constexpr auto CheckGammaInv = &FXCheckColorConvert<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckGammaFwd = &FXCheckPixelMap<T, L>;
+template <class T, TFXLayout L> inline constexpr auto CheckGammaInv = &FXCheckPixelMap<T, L>;
 
 FX_DEFINE_FAMILY(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)
 

@@ -8,10 +8,10 @@
 #define FX_COLOR_TWIST_PRIMITIVES(X)                                                               \
     X(ippiColorTwist32f_8u_C3R, ColorTwist32f, ColorTwist, Ipp8u, C3)                              \
     X(ippiColorTwist32f_8u_AC4R, ColorTwist32f, ColorTwist, Ipp8u, AC4)                            \
-    X(ippiGammaFwd_8u_C3R, GammaFwd, ColorConvert, Ipp8u, C3)                                      \
-    X(ippiGammaFwd_8u_AC4R, GammaFwd, ColorConvert, Ipp8u, AC4)                                    \
-    X(ippiGammaInv_8u_C3R, GammaInv, ColorConvert, Ipp8u, C3)                                      \
-    X(ippiGammaInv_8u_AC4R, GammaInv, ColorConvert, Ipp8u, AC4)
+    X(ippiGammaFwd_8u_C3R, GammaFwd, PixelMap, Ipp8u, C3)                                          \
+    X(ippiGammaFwd_8u_AC4R, GammaFwd, PixelMap, Ipp8u, AC4)                                        \
+    X(ippiGammaInv_8u_C3R, GammaInv, PixelMap, Ipp8u, C3)                                          \
+    X(ippiGammaInv_8u_AC4R, GammaInv, PixelMap, Ipp8u, AC4)
 
 namespace framix::prim {
 const TFXFamily& ColorTwistFamily();

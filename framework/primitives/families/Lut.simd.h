@@ -57,8 +57,8 @@ const Ipp16u* CachedTable(TFXLutKind kind, const TFXLutTable& table)
     if (cache.Data == nullptr || cache.Kind != kind || cache.Levels.size() != n ||
         !std::equal(table.Levels, table.Levels + n, cache.Levels.begin()) ||
         !std::equal(table.Values, table.Values + n, cache.Values.begin())) {
-        if (cache.Data == nullptr)
-            cache.Data.reset(new Ipp16u[std::size_t(kFXSampleMax<Ipp16u>) + 1]);
+        if (cache.Data == nullptr) // one spare entry for the 32-bit gathers of the last one
+            cache.Data.reset(new Ipp16u[std::size_t(kFXSampleMax<Ipp16u>) + 2]());
         cache.Kind = kind;
         cache.Levels.assign(table.Levels, table.Levels + n);
         cache.Values.assign(table.Values, table.Values + n);
@@ -70,9 +70,9 @@ const Ipp16u* CachedTable(TFXLutKind kind, const TFXLutTable& table)
 // ---------------------------------------------------------------- scalar rows
 
 // Sample i of a row maps through tables[i % kCh]; with kSkipAlpha the fourth channel keeps
-// the destination's bytes. Eight samples are read and written as one word: the table loads
-// then decide the speed. (Vectorising these loops would turn them into gathers, which are
-// slower than the loads they replace.)
+// the destination's bytes. At AVX2 and above, gathers from an L1-resident table; otherwise
+// (and for the tail) eight samples are read and written as one word and the table loads decide
+// the speed. (The compiler's own vectorisation of these loops is slower: it is switched off.)
 template <int kCh, bool kSkipAlpha>
 __attribute__((optimize("no-tree-vectorize"))) void MapBytes(const Ipp8u* in, Ipp8u* out, int n,
                                                              const Ipp8u* const* tables)
@@ -80,6 +80,40 @@ __attribute__((optimize("no-tree-vectorize"))) void MapBytes(const Ipp8u* in, Ip
     constexpr int kBlock = kCh == 3 ? 24 : 8; // whole words of whole pixels
     constexpr std::uint64_t kAlphaBytes = 0xFF000000FF000000u;
     int i = 0;
+#if defined(FX_SIMD_LEVEL_AVX2) || defined(FX_SIMD_LEVEL_AVX512)
+    // Gathers from one 32-bit table of all channels, 32 samples (96 for C3) at a time: lane j of
+    // a gather at sample o reads channel (o + j) % kCh's part.
+    alignas(32) int wide[4 * 256];
+    for (int c = 0; c < kCh; ++c)
+        for (int v = 0; v < 256; ++v)
+            wide[c * 256 + v] = tables[c][v];
+    __m256i offsets[kCh];
+    for (int phase = 0; phase < kCh; ++phase) {
+        alignas(32) int lanes[8];
+        for (int j = 0; j < 8; ++j)
+            lanes[j] = 256 * ((phase + j) % kCh);
+        offsets[phase] = _mm256_load_si256(reinterpret_cast<const __m256i*>(lanes));
+    }
+    const __m256i alpha = _mm256_set1_epi32(kSkipAlpha ? int(0xFF000000u) : 0);
+    constexpr int kGatherBlock = kCh == 3 ? 96 : 32;
+    for (; i + kGatherBlock <= n; i += kGatherBlock)
+        for (int b = i; b < i + kGatherBlock; b += 32) {
+            __m256i r[4];
+            for (int q = 0; q < 4; ++q) {
+                const int o = b + 8 * q;
+                const __m256i v =
+                    _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(in + o)));
+                r[q] = _mm256_i32gather_epi32(wide, _mm256_add_epi32(v, offsets[o % kCh]), 4);
+            }
+            const __m256i bytes =
+                _mm256_permutevar8x32_epi32(_mm256_packus_epi16(_mm256_packus_epi32(r[0], r[1]),
+                                                                _mm256_packus_epi32(r[2], r[3])),
+                                            _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+            __m256i* to = reinterpret_cast<__m256i*>(out + b);
+            _mm256_storeu_si256(
+                to, kSkipAlpha ? _mm256_blendv_epi8(bytes, _mm256_loadu_si256(to), alpha) : bytes);
+        }
+#endif
     for (; i + kBlock <= n; i += kBlock)
         for (int w = 0; w < kBlock; w += 8) {
             std::uint64_t s, r = 0;
@@ -105,6 +139,28 @@ __attribute__((optimize("no-tree-vectorize"))) void MapWords(const Ipp16u* in, I
                                                              const Ipp16u* table)
 {
     int i = 0;
+#if defined(FX_SIMD_LEVEL_AVX512)
+    // Gathers read 32 bits at table + 2 v: the table has one spare entry after 65535.
+    const __m512i low = _mm512_set1_epi32(0xFFFF);
+    for (; i + 16 <= n; i += 16) {
+        const __m512i v =
+            _mm512_cvtepu16_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(in + i)));
+        const __m512i r = _mm512_and_si512(_mm512_i32gather_epi32(v, table, 2), low);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm512_cvtepi32_epi16(r));
+    }
+#elif defined(FX_SIMD_LEVEL_AVX2)
+    for (; i + 8 <= n; i += 8) {
+        const __m256i v =
+            _mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(in + i)));
+        const __m256i r = _mm256_i32gather_epi32(reinterpret_cast<const int*>(table), v, 2);
+        // The low halves of the eight lanes, in order.
+        const __m256i packed = _mm256_shuffle_epi8(
+            r, _mm256_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, -1, -1, -1, -1, -1, -1, -1, -1, 0, 1, 4,
+                                5, 8, 9, 12, 13, -1, -1, -1, -1, -1, -1, -1, -1));
+        const __m256i ordered = _mm256_permute4x64_epi64(packed, 0x08);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm256_castsi256_si128(ordered));
+    }
+#endif
     for (; i + 4 <= n; i += 4) {
         const Ipp16u a = table[in[i]], b = table[in[i + 1]];
         const Ipp16u c = table[in[i + 2]], d = table[in[i + 3]];
@@ -119,6 +175,15 @@ __attribute__((optimize("no-tree-vectorize"))) void
 MapPalette(const Ipp8u* in, Ipp32u* out, int width, const Ipp32u* table, unsigned mask)
 {
     int x = 0;
+#if defined(FX_SIMD_LEVEL_AVX2) || defined(FX_SIMD_LEVEL_AVX512)
+    const __m256i bits = _mm256_set1_epi32(int(mask));
+    for (; x + 8 <= width; x += 8) {
+        const __m256i v = _mm256_and_si256(
+            _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(in + x))), bits);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + x),
+                            _mm256_i32gather_epi32(reinterpret_cast<const int*>(table), v, 4));
+    }
+#endif
     for (; x + 4 <= width; x += 4) {
         const Ipp32u a = table[in[x] & mask], b = table[in[x + 1] & mask];
         const Ipp32u c = table[in[x + 2] & mask], d = table[in[x + 3] & mask];
@@ -171,22 +236,40 @@ template <TFXLayout L> TBytePermuteImage PrepareBytePermutes(const TTables<Ipp8u
     return image;
 }
 
-// One row of n samples; the tail is loaded and stored under a mask, alpha lanes (AC4) are
-// never stored.
-template <TFXLayout L>
+// One row of n samples through kTables tables (1: every channel alike); the tail is loaded
+// and stored under a mask, alpha lanes (AC4) are never stored.
+template <TFXLayout L, int kTables>
 __attribute__((target("avx512vbmi"))) void MapRowBytePermute(const Ipp8u* in, Ipp8u* out, int n,
-                                                             const TBytePermuteImage& image)
+                                                             const TBytePermuteImage& prepared)
 {
     constexpr int kCh = FXChannels(L);
+    // A copy the stores cannot alias, so the tables stay in registers.
+    const TBytePermuteImage image = prepared;
     for (int i = 0; i < n; i += 64) {
-        const int phase = i % kCh;
+        const int phase = 64 % kCh == 0 ? 0 : i % kCh;
         const __mmask64 live = n - i >= 64 ? ~__mmask64(0) : (__mmask64(1) << (n - i)) - 1;
         const __m512i idx = _mm512_maskz_loadu_epi8(live, in + i);
         __m512i r = LookUp(image.Table[0], idx);
-        for (int c = 1; c < image.Tables; ++c)
+        for (int c = 1; c < kTables; ++c)
             r = _mm512_mask_blend_epi8(image.Lanes[phase][c], r, LookUp(image.Table[c], idx));
         const __mmask64 store = L == TFXLayout::AC4 ? live & ~image.Lanes[phase][3] : live;
         _mm512_mask_storeu_epi8(out + i, store, r);
+    }
+}
+
+template <TFXLayout L>
+void MapImageBytePermute(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+                         const TTables<Ipp8u>& t)
+{
+    const TBytePermuteImage image = PrepareBytePermutes<L>(t);
+    const int n = roi.width * FXChannels(L);
+    for (int y = 0; y < roi.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        if (image.Tables == 1)
+            MapRowBytePermute<L, 1>(in, out, n, image);
+        else
+            MapRowBytePermute<L, FXProcessedChannels(L)>(in, out, n, image);
     }
 }
 
@@ -266,10 +349,7 @@ IppStatus MapImage(TFXLutKind kind, const T* pSrc, int srcStep, T* pDst, int dst
         const TTables<T> t = Tabulate<T, L>(kind, tables);
 #if defined(FX_SIMD_LEVEL_AVX512)
         if (HasBytePermutes()) {
-            const TBytePermuteImage image = PrepareBytePermutes<L>(t);
-            for (int y = 0; y < roi.height; ++y)
-                MapRowBytePermute<L>(FXRowAt(pSrc, srcStep, y), FXRowAt(pDst, dstStep, y), n,
-                                     image);
+            MapImageBytePermute<L>(pSrc, srcStep, pDst, dstStep, roi, t);
             return ippStsNoErr;
         }
 #endif

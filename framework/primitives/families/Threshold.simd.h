@@ -47,16 +47,23 @@ IppStatus ForEachVector(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep
         return kFXDeclined;
     const Ipp8u noAlpha[3] = {0, 0, 0};
     const TPattern<L> alpha = Repeat<L>(noAlpha, 0xFF);
+    constexpr int kGroup = kCh * kLanes<Ipp8u>; // vectors whose phases repeat
     for (int y = 0; y < roi.height; ++y) {
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out = FXRowAt(pDst, dstStep, y);
-        for (int i = 0; i < n; i += kLanes<Ipp8u>) {
-            const int at = FXVectorStart(i, n, kLanes<Ipp8u>);
-            const int phase = at % kCh;
+        const auto one = [&](int at, int phase) {
             VU8 r = rule(Load(in + at), phase);
             if constexpr (L == TFXLayout::AC4)
                 r = Select(alpha.Phase[phase], Load(out + at), r);
             Store(out + at, r);
+        };
+        int i = 0;
+        for (; i + kGroup <= n; i += kGroup)
+            for (int j = 0; j < kCh; ++j)
+                one(i + j * kLanes<Ipp8u>, j * kLanes<Ipp8u> % kCh);
+        for (; i < n; i += kLanes<Ipp8u>) {
+            const int at = FXVectorStart(i, n, kLanes<Ipp8u>);
+            one(at, at % kCh);
         }
     }
     return ippStsNoErr;

@@ -30,8 +30,24 @@
 //                                       (saturating); MulAddPairs(VI16, VI16) -> VI32 likewise
 //   PackU8(VI16, VI16), PackU16(VI32, VI32)   saturating narrowing of the Lo and Hi halves of
 //                                       a Zip, back into memory order
-// Everything is lane-count agnostic: kernels loop in steps of the lane count and never assume
-// a width.
+//   Point operations (arithmetic, logic, blending):
+//     VU8/VU16: SplatU8/SplatU16, AddSat, SubSat, And, Or, Xor, CmpEq, Select, Any; VU16 also
+//     Add, Sub, MulLo, MulHi (unsigned), ShiftLeft/ShiftRight (by a count)
+//     WidenLo/WidenHi (VU8 -> VU16, VU16 -> VI32) and NarrowSat back, in 128-bit-block order
+//     NarrowSat4 (4 VI32 -> VU8), NarrowSat2 (2 VI32 -> VU16) in memory order; MaxLane(VU8)
+//     BroadcastAlpha (every byte of a 4-byte group becomes its last byte)
+//     VI32: CmpEq, Or, Any; VF32: MulAdd (AVX2 and AVX-512 only)
+//   Copies, conversions, noise and signals:
+//     AsU8, AsI32 (same bits), Shuffle(v, idx) (within each 16-byte lane), Broadcast16 (a
+//     16-byte pattern in every lane), ShiftLeft<N>, ShiftRight<N> (logical), Iota (0, 1, 2 ...
+//     in 32-bit lanes), TruncF32 (toward zero), IfGe(a, b, then, otherwise), AllLess
+//   VF64 (kLanes64 = kVecBytes / 8): LoadF64, StoreF64, SplatF64, LoadWidenF64(const Ipp16u*),
+//     Add, Sub, Mul, Min, Max, RoundF64 (halves to even), FloorF64, IfGe, IfNe, ToF64Low /
+//     ToF64High (the halves of a VF32 or VI32), ToF32(low, high), RoundToI32(low, high),
+//     ShiftRightArith(VI32, count)
+//   and, the same at every level, 16-byte blocks VB16 (FXVec128.h).
+// Everything else is lane-count agnostic: kernels loop in steps of the lane count and never
+// assume a width.
 #if defined(FX_SIMD_LEVEL_SSE41)
 #include "framework/primitives/simd/FXVec_sse41.h"
 #elif defined(FX_SIMD_LEVEL_AVX2)
@@ -41,6 +57,7 @@
 #else
 #error "FXVec.h is included only by a level's kernel file"
 #endif
+#include "framework/primitives/simd/FXVec128.h"
 
 namespace framix::prim::FX_SIMD_NS {
 
@@ -56,5 +73,7 @@ inline VI32 AsI32(VI16 v)
 {
     return {v.V};
 }
+
+inline constexpr int kLanes64 = kVecBytes / 8;
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -157,6 +157,181 @@ inline void StoreNarrow(Ipp16u* p, VI32 v)
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi32(v.V, v.V));
 }
 
+// ---------------------------------------------------------------- point operations
+// Lane-wise arithmetic, logic and selection on 8- and 16-bit samples, and what the point
+// kernels (arithmetic, logic, blending) need besides. A mask has every bit set in the lanes
+// where its comparison holds.
+inline VU8 SplatU8(int v)
+{
+    return {_mm_set1_epi8(char(v))};
+}
+inline VU16 SplatU16(int v)
+{
+    return {_mm_set1_epi16(short(v))};
+}
+inline VU8 AddSat(VU8 a, VU8 b)
+{
+    return {_mm_adds_epu8(a.V, b.V)};
+}
+inline VU8 SubSat(VU8 a, VU8 b)
+{
+    return {_mm_subs_epu8(a.V, b.V)};
+}
+inline VU16 AddSat(VU16 a, VU16 b)
+{
+    return {_mm_adds_epu16(a.V, b.V)};
+}
+inline VU16 SubSat(VU16 a, VU16 b)
+{
+    return {_mm_subs_epu16(a.V, b.V)};
+}
+inline VU16 Add(VU16 a, VU16 b)
+{
+    return {_mm_add_epi16(a.V, b.V)};
+}
+inline VU16 Sub(VU16 a, VU16 b)
+{
+    return {_mm_sub_epi16(a.V, b.V)};
+}
+inline VU16 MulLo(VU16 a, VU16 b)
+{
+    return {_mm_mullo_epi16(a.V, b.V)};
+}
+// The high half of the unsigned 32-bit product.
+inline VU16 MulHi(VU16 a, VU16 b)
+{
+    return {_mm_mulhi_epu16(a.V, b.V)};
+}
+inline VU16 ShiftRight(VU16 v, int n)
+{
+    return {_mm_srl_epi16(v.V, _mm_cvtsi32_si128(n))};
+}
+inline VU16 ShiftLeft(VU16 v, int n)
+{
+    return {_mm_sll_epi16(v.V, _mm_cvtsi32_si128(n))};
+}
+inline VU8 And(VU8 a, VU8 b)
+{
+    return {_mm_and_si128(a.V, b.V)};
+}
+inline VU8 Or(VU8 a, VU8 b)
+{
+    return {_mm_or_si128(a.V, b.V)};
+}
+inline VU8 Xor(VU8 a, VU8 b)
+{
+    return {_mm_xor_si128(a.V, b.V)};
+}
+inline VU16 And(VU16 a, VU16 b)
+{
+    return {_mm_and_si128(a.V, b.V)};
+}
+inline VU16 Or(VU16 a, VU16 b)
+{
+    return {_mm_or_si128(a.V, b.V)};
+}
+inline VU16 Xor(VU16 a, VU16 b)
+{
+    return {_mm_xor_si128(a.V, b.V)};
+}
+
+// Point operations: byte selection and shuffles, 32-bit shifts, float rounding and double lanes.
+inline VU8 AsU8(VI32 v)
+{
+    return {v.V};
+}
+inline VI32 AsI32(VU8 v)
+{
+    return {v.V};
+}
+inline VU8 Shuffle(VU8 v, VU8 idx)
+{
+    return {_mm_shuffle_epi8(v.V, idx.V)};
+}
+inline VU8 Broadcast16(const Ipp8u* pattern)
+{
+    return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(pattern))};
+}
+inline VI32 Or(VI32 a, VI32 b)
+{
+    return {_mm_or_si128(a.V, b.V)};
+}
+inline VU16 CmpEq(VU16 a, VU16 b)
+{
+    return {_mm_cmpeq_epi16(a.V, b.V)};
+}
+inline VI32 CmpEq(VI32 a, VI32 b)
+{
+    return {_mm_cmpeq_epi32(a.V, b.V)};
+}
+// a where the mask is set, b elsewhere.
+inline VU16 Select(VU16 mask, VU16 a, VU16 b)
+{
+    return {_mm_blendv_epi8(b.V, a.V, mask.V)};
+}
+inline bool Any(VU8 mask)
+{
+    return _mm_testz_si128(mask.V, mask.V) == 0;
+}
+inline bool Any(VU16 mask)
+{
+    return _mm_testz_si128(mask.V, mask.V) == 0;
+}
+inline bool Any(VI32 mask)
+{
+    return _mm_testz_si128(mask.V, mask.V) == 0;
+}
+// Zero-extended halves, in the lane order NarrowSat puts back (within 128-bit blocks).
+inline VU16 WidenLo(VU8 v)
+{
+    return {_mm_unpacklo_epi8(v.V, _mm_setzero_si128())};
+}
+inline VU16 WidenHi(VU8 v)
+{
+    return {_mm_unpackhi_epi8(v.V, _mm_setzero_si128())};
+}
+// Undoes WidenLo / WidenHi; values above 255 saturate.
+inline VU8 NarrowSat(VU16 lo, VU16 hi)
+{
+    const auto limit = _mm_set1_epi16(255);
+    return {_mm_packus_epi16(_mm_min_epu16(lo.V, limit), _mm_min_epu16(hi.V, limit))};
+}
+// The largest lane.
+inline int MaxLane(VU8 v)
+{
+    __m128i m = _mm_max_epu8(v.V, _mm_srli_si128(v.V, 8));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 4));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 2));
+    m = _mm_max_epu8(m, _mm_srli_si128(m, 1));
+    return _mm_cvtsi128_si32(m) & 0xFF;
+}
+
+template <int N> inline VI32 ShiftLeft(VI32 v)
+{
+    return {_mm_slli_epi32(v.V, N)};
+}
+template <int N> inline VI32 ShiftRight(VI32 v)
+{
+    return {_mm_srli_epi32(v.V, N)};
+}
+inline VI32 Iota()
+{
+    return {_mm_setr_epi32(0, 1, 2, 3)};
+}
+
+inline VF32 LoadF32(const Ipp32f* p)
+{
+    return {_mm_loadu_ps(p)};
+}
+inline void StoreF32(Ipp32f* p, VF32 v)
+{
+    _mm_storeu_ps(p, v.V);
+}
+inline VF32 Sub(VF32 a, VF32 b)
+{
+    return {_mm_sub_ps(a.V, b.V)};
+}
+
 // ---------------------------------------------------------------- 16-bit lanes, selections
 // (integer convolution, colour median)
 
@@ -278,18 +453,6 @@ inline VI32 Max(VI32 a, VI32 b)
 
 // Colour conversions: float loads, selection by a comparison mask, float comparison, table
 // look-up by 32-bit indices (the index lanes must lie inside the table).
-inline VF32 LoadF32(const Ipp32f* p)
-{
-    return {_mm_loadu_ps(p)};
-}
-inline void StoreF32(Ipp32f* p, VF32 v)
-{
-    _mm_storeu_ps(p, v.V);
-}
-inline VF32 Sub(VF32 a, VF32 b)
-{
-    return {_mm_sub_ps(a.V, b.V)};
-}
 inline VI32 CmpGt(VF32 a, VF32 b)
 {
     return {_mm_castps_si128(_mm_cmpgt_ps(a.V, b.V))};
@@ -298,6 +461,28 @@ inline VI32 Select(VI32 mask, VI32 a, VI32 b) // mask lanes all ones: a, else b
 {
     return {_mm_blendv_epi8(b.V, a.V, mask.V)};
 }
+
+// Narrows 32-bit lanes (negative values to 0, large ones to the maximum) into one vector of
+// samples in memory order: four vectors into 8-bit samples, two into 16-bit ones.
+inline VU8 NarrowSat4(VI32 a, VI32 b, VI32 c, VI32 d)
+{
+    const __m128i limit = _mm_set1_epi16(255);
+    const __m128i ab = _mm_min_epu16(_mm_packus_epi32(a.V, b.V), limit);
+    const __m128i cd = _mm_min_epu16(_mm_packus_epi32(c.V, d.V), limit);
+    return {_mm_packus_epi16(ab, cd)};
+}
+inline VU16 NarrowSat2(VI32 a, VI32 b)
+{
+    return {_mm_packus_epi32(a.V, b.V)};
+}
+
+// Every byte of a 4-byte group becomes the group's last byte (a pixel's alpha, for AC4).
+inline VU8 BroadcastAlpha(VU8 v)
+{
+    return {_mm_shuffle_epi8(
+        v.V, _mm_setr_epi8(3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15))};
+}
+// a where the mask is set, b elsewhere.
 inline VF32 Select(VI32 mask, VF32 a, VF32 b)
 {
     return {_mm_blendv_ps(b.V, a.V, _mm_castsi128_ps(mask.V))};
@@ -307,6 +492,125 @@ inline VF32 Lookup(const Ipp32f* table, VI32 index)
     alignas(16) Ipp32s i[4];
     _mm_store_si128(reinterpret_cast<__m128i*>(i), index.V);
     return {_mm_setr_ps(table[i[0]], table[i[1]], table[i[2]], table[i[3]])};
+}
+
+// 32-bit halves of 16-bit lanes, zero-extended, in the order NarrowSat(VI32, VI32) puts back.
+inline VI32 WidenLo(VU16 v)
+{
+    return {_mm_unpacklo_epi16(v.V, _mm_setzero_si128())};
+}
+inline VI32 WidenHi(VU16 v)
+{
+    return {_mm_unpackhi_epi16(v.V, _mm_setzero_si128())};
+}
+// Undoes WidenLo / WidenHi of 16-bit lanes; values outside 0...65535 saturate.
+inline VU16 NarrowSat(VI32 lo, VI32 hi)
+{
+    return {_mm_packus_epi32(lo.V, hi.V)};
+}
+
+struct VF64 {
+    __m128d V;
+};
+
+inline VF64 SplatF64(double v)
+{
+    return {_mm_set1_pd(v)};
+}
+// kLanes64 samples, zero-extended and converted exactly.
+inline VF64 LoadWidenF64(const Ipp16u* p)
+{
+    int pair;
+    std::memcpy(&pair, p, 4);
+    return {_mm_cvtepi32_pd(_mm_cvtepu16_epi32(_mm_cvtsi32_si128(pair)))};
+}
+inline VF64 Add(VF64 a, VF64 b)
+{
+    return {_mm_add_pd(a.V, b.V)};
+}
+inline VF64 Mul(VF64 a, VF64 b)
+{
+    return {_mm_mul_pd(a.V, b.V)};
+}
+// Both halves of a VI32, rounded to nearest (halves to even).
+inline VI32 RoundToI32(VF64 lo, VF64 hi)
+{
+    return {_mm_unpacklo_epi64(_mm_cvtpd_epi32(lo.V), _mm_cvtpd_epi32(hi.V))};
+}
+
+inline VF32 TruncF32(VF32 v)
+{
+    return {_mm_round_ps(v.V, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC)};
+}
+inline VF32 IfGe(VF32 a, VF32 b, VF32 then, VF32 otherwise)
+{
+    return {_mm_blendv_ps(otherwise.V, then.V, _mm_cmpge_ps(a.V, b.V))};
+}
+inline bool AllLess(VF32 a, VF32 b)
+{
+    return _mm_movemask_ps(_mm_cmplt_ps(a.V, b.V)) == 0xF;
+}
+
+inline VF64 LoadF64(const Ipp64f* p)
+{
+    return {_mm_loadu_pd(p)};
+}
+inline VF64 Sub(VF64 a, VF64 b)
+{
+    return {_mm_sub_pd(a.V, b.V)};
+}
+inline VF64 RoundF64(VF64 v)
+{
+    return {_mm_round_pd(v.V, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
+}
+inline VF64 FloorF64(VF64 v)
+{
+    return {_mm_floor_pd(v.V)};
+}
+inline VF64 IfGe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm_blendv_pd(otherwise.V, then.V, _mm_cmpge_pd(a.V, b.V))};
+}
+inline VF64 IfNe(VF64 a, VF64 b, VF64 then, VF64 otherwise)
+{
+    return {_mm_blendv_pd(otherwise.V, then.V, _mm_cmpneq_pd(a.V, b.V))};
+}
+inline VF64 ToF64Low(VF32 v)
+{
+    return {_mm_cvtps_pd(v.V)};
+}
+inline VF64 ToF64High(VF32 v)
+{
+    return {_mm_cvtps_pd(_mm_movehl_ps(v.V, v.V))};
+}
+inline VF32 ToF32(VF64 low, VF64 high)
+{
+    return {_mm_movelh_ps(_mm_cvtpd_ps(low.V), _mm_cvtpd_ps(high.V))};
+}
+
+inline VI32 ShiftRightArith(VI32 v, int count)
+{
+    return {_mm_sra_epi32(v.V, _mm_cvtsi32_si128(count))};
+}
+inline void StoreF64(Ipp64f* p, VF64 v)
+{
+    _mm_storeu_pd(p, v.V);
+}
+inline VF64 Min(VF64 a, VF64 b)
+{
+    return {_mm_min_pd(a.V, b.V)};
+}
+inline VF64 Max(VF64 a, VF64 b)
+{
+    return {_mm_max_pd(a.V, b.V)};
+}
+inline VF64 ToF64Low(VI32 v)
+{
+    return {_mm_cvtepi32_pd(v.V)};
+}
+inline VF64 ToF64High(VI32 v)
+{
+    return {_mm_cvtepi32_pd(_mm_srli_si128(v.V, 8))};
 }
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -26,7 +26,9 @@ inline bool FXRealIppLoaded()
 }
 
 // Functions modern IPP still exports unchanged (the colour conversions, twist, gamma, threshold,
-// the palette) are called directly. IPP 9.0 removed the legacy box, rank and separable filters.
+// the palette, arithmetic, logic, compositing, weighted accumulation, copies, sets, mirrors,
+// sample conversions, noise (9.0 dropped "_Direct" from those names), the test image, the signal
+// primitives) are called directly. IPP 9.0 removed the legacy box, rank and separable filters.
 // Their replacements:
 // - box, min, max, median: ippiFilter<Op>Border_<type>_<layout> with ippBorderInMem (reads the
 //   source outside the ROI as the legacy functions did) and a centred mask ((size - 1) / 2); a
@@ -89,8 +91,12 @@ public:
                 return;
         } else if (p.Shape != prim::TFXShape::RowFilter &&
                    p.Shape != prim::TFXShape::ColumnFilter) {
-            // Unchanged: threshold, the palette, the colour conversions, twist and gamma.
-            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(p.Name));
+            // Unchanged: threshold, the palette, the colour conversions, twist and gamma, the point
+            // operations, copies, conversions, noise, the test image and the signal primitives.
+            std::string name(p.Name);
+            if (const auto at = name.find("_Direct"); at != std::string::npos)
+                name.erase(at, 7);
+            FSame = reinterpret_cast<prim::TFXAnyFn>(FXRealIppSymbol(name));
             if (FSame == nullptr)
                 return;
         } else {
@@ -148,6 +154,9 @@ public:
                        zeros, FSpec.data(), FBuffer.data());
     }
 
+    // IPP's status for a division by zero (a warning; modern numbering).
+    static constexpr int kDivByZero = 2;
+
 private:
     // Modern IPP's numbering (2021 and later), which differs from the legacy one we use.
     static constexpr int kIppBorderInMem = 0xF0;
@@ -167,7 +176,7 @@ private:
                            : name.find("_Cubic") != std::string::npos ? kIppCubic
                                                                       : kIppNearest;
         const int chan = FPrim.Layout == prim::TFXLayout::AC4 ? kIppAC4 : channels;
-        std::array<const Ipp32s*, 4> values = FArgs.Values, levels = FArgs.Levels;
+        std::array<const Ipp32s*, 4> values = FArgs.LutValues, levels = FArgs.LutLevels;
         std::array<int, 4> counts = FArgs.LevelCounts;
         int size = 0;
         if (getSize == nullptr || init == nullptr || FLut == nullptr ||
@@ -469,6 +478,46 @@ private:
     bool FExpand = false;
     int FSrcStep = 0;
     std::vector<Ipp8u> FWide, FWideDst;
+};
+
+// Makes IPP run its AVX2 code while it lives, where the processor has AVX2 (IPP keeps its own
+// choice otherwise), then restores the features IPP had enabled. IPP's AVX-512 division
+// rounds some exact halves down (175 / 10 gives 17) and gives 0 instead of the largest value
+// for x / 0 at scale factors -14 and -15; its AVX2, SSE4.2 and SSE3 code all follow the
+// documented rule, which is ours. (Restoring with ippInit would leave later switches without
+// effect in IPP 2022.3, so the saved features are set back instead.)
+class TFXIppAvx2Scope {
+public:
+    TFXIppAvx2Scope()
+    {
+        auto get = reinterpret_cast<TGetFeatures>(FXRealIppSymbol("ippGetEnabledCpuFeatures"));
+        FSetFeatures = reinterpret_cast<TSetFeatures>(FXRealIppSymbol("ippSetCpuFeatures"));
+        if (get == nullptr || FSetFeatures == nullptr)
+            return;
+        FSaved = get();
+        FSet = FSetFeatures(kAvx2Features) == 0;
+    }
+    ~TFXIppAvx2Scope()
+    {
+        if (FSet)
+            FSetFeatures(FSaved);
+    }
+    TFXIppAvx2Scope(const TFXIppAvx2Scope&) = delete;
+    TFXIppAvx2Scope& operator=(const TFXIppAvx2Scope&) = delete;
+
+    bool Active() const { return FSet; }
+
+private:
+    using TGetFeatures = unsigned long long (*)();
+    using TSetFeatures = int (*)(unsigned long long);
+    // IPP's "L9" feature set: MMX ... SSE4.2, AVX (enabled by the system), F16C, MOVBE, AVX2,
+    // PREFETCHW.
+    static constexpr unsigned long long kAvx2Features = 0x1 | 0x2 | 0x4 | 0x8 | 0x10 | 0x20 | 0x40 |
+                                                        0x80 | 0x100 | 0x200 | 0x4000 | 0x8000 |
+                                                        0x40000;
+    TSetFeatures FSetFeatures = nullptr;
+    unsigned long long FSaved = 0;
+    bool FSet = false;
 };
 
 } // namespace framix::test

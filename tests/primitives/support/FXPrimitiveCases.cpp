@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <random>
 #include <sstream>
 
@@ -16,7 +18,9 @@ constexpr Ipp8u kSentinel = 0xA5;
 
 std::vector<int> WidthsFor(const prim::TFXPrimitiveInfo& p)
 {
-    const int pixelBytes = prim::FXChannels(p.Layout) * prim::FXSampleBytes(p.Sample);
+    // The wider side's pixels decide where the vector boundaries fall.
+    const prim::TFXShapeGeometry g = prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout);
+    const int pixelBytes = std::max(g.SrcPixelBytes, g.DstPixelBytes);
     std::vector<int> widths = {1, 2, 3, 5, 7, 9, 13};
     // Around each vector width in bytes (16, 32, 64) and in 32-bit lanes (4, 8, 16 samples).
     for (int bytes : {16, 32, 64, 128, 16 * pixelBytes, 32 * pixelBytes / 2})
@@ -211,9 +215,106 @@ void HistogramFor(int variant, int maxValue, std::mt19937& rng, int& levels, Ipp
     }
 }
 
-// The parameters of the point operations for case n.
-void PointParameters(const prim::TFXPrimitiveInfo& p, int n, std::mt19937& rng, TFXCase& c)
+// Scale factors, constants, alpha values and types, weights: edge values first, then random.
+void ArithmeticParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt19937& rng,
+                          TFXCase& c)
 {
+    constexpr int kScales[] = {0, 1,  2,   0, -1, 3,   0, 8, -3, 0, 9, 16,   0, -9,    5,
+                               0, 17, -17, 0, 40, -40, 0, 4, -2, 0, 7, 1000, 0, -1000, 15};
+    constexpr Ipp32f kWeights[] = {0.3f, 0.5f, 0.0f, 1.0f, 0.123456f, 1.7f, -0.25f, 0.999f};
+    const int max = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
+    c.ScaleFactor = kScales[n % std::size(kScales)];
+    c.AlphaType = n % 12;
+    c.Weight = n % 9 == 8 ? float(rng() % 1000) / 1000.0f : kWeights[n % std::size(kWeights)];
+    c.SmallSamples = n % 3 == 2;
+    for (int& v : c.Values)
+        v = int(rng() % (max + 1));
+    switch (rep) {
+    case 0: // the identity, zero and near-edge fractions
+        c.Values[0] = max, c.Values[1] = 0, c.Values[2] = 1, c.Values[3] = max - 1;
+        break;
+    case 1: // alphas of a half and of 8-bit size on 16-bit images
+        c.Values[0] = max / 2 + 1, c.Values[1] = n % 2 == 0 ? max : 255;
+        break;
+    default:
+        break;
+    }
+    if (n % 4 == 3) // 8-bit alphas that add up to 255, as a cross-fade uses (any sample type)
+        c.Values[0] %= 256, c.Values[1] = 255 - c.Values[0];
+}
+
+// A random value of the sample type, as the int that TFXShapeArgs carries.
+int ValueFor(prim::TFXSample sample, std::mt19937& rng)
+{
+    switch (sample) {
+    case prim::TFXSample::U8:
+        return int(rng() % 256);
+    case prim::TFXSample::U16:
+        return int(rng() % 65536);
+    case prim::TFXSample::S16:
+        return int(rng() % 65536) - 32768;
+    default:
+        return int(rng());
+    }
+}
+
+// Set values, channel orders, axes, round modes, noise bounds and seeds, signal constants and
+// scale factors.
+void CopyParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt19937& rng, TFXCase& c)
+{
+    static constexpr int kScaleFactors[] = {0, 1, 2, -1, 5, 16, 31, 32, -3, 40, 62, 63, 70, -33};
+    switch (p.Shape) {
+    case TFXShape::SetScalar:
+    case TFXShape::SetChannels:
+    case TFXShape::SignalSet:
+        for (int& v : c.Values)
+            v = ValueFor(p.Sample, rng);
+        break;
+    case TFXShape::SwapChannels:
+    case TFXShape::SwapChannelsInPlace:
+        for (int k = 0; k < 3; ++k) // repeats are allowed; every third case a permutation
+            c.Values[k] = rep == 0 ? 2 - k : int(rng() % 3);
+        break;
+    case TFXShape::Mirror:
+    case TFXShape::MirrorInPlace:
+    case TFXShape::ConvertFromFloat:
+        c.Param = n % 3; // the three axes; zero, nearest and financial rounding
+        break;
+    case TFXShape::AddNoise: {
+        int a = ValueFor(p.Sample, rng), b = ValueFor(p.Sample, rng);
+        if (rep == 0 && a > b) // bounds in order, reversed, and a narrow range
+            std::swap(a, b);
+        if (rep == 2)
+            b = std::min(a + int(rng() % 8), p.Sample == prim::TFXSample::U8 ? 255 : 65535);
+        c.Values[0] = a;
+        c.Values[1] = b;
+        c.NoiseSeed = rng();
+        break;
+    }
+    case TFXShape::SignalAddScaled:
+        c.ScaleFactor = kScaleFactors[n % std::size(kScaleFactors)];
+        break;
+    case TFXShape::SignalMulCScaled:
+        // mostly small constants (the vector kernels' range), some of any size
+        c.Values[0] = rep != 2 ? int(rng() % 2001) - 1000 : ValueFor(p.Sample, rng);
+        c.ScaleFactor = kScaleFactors[n % std::size(kScaleFactors)];
+        break;
+    case TFXShape::SignalShiftC:
+        c.Values[0] = int(rng() % 40);
+        break;
+    default:
+        break;
+    }
+}
+
+// The parameters of the point operations for case n (repetition rep of its width).
+void PointParameters(const prim::TFXPrimitiveInfo& p, int n, int rep, std::mt19937& rng, TFXCase& c)
+{
+    if (FXIsArithmeticShape(p.Shape)) {
+        ArithmeticParameters(p, n, rep, rng, c);
+        return;
+    }
+    CopyParameters(p, n, rep, rng, c);
     const int maxValue = p.Sample == prim::TFXSample::U8 ? 255 : 65535;
     for (int ch = 0; ch < prim::FXProcessedChannels(p.Layout); ++ch) {
         // Channels of one case get different kinds of tables.
@@ -268,6 +369,41 @@ TTwist TwistFor(int variant, std::mt19937& rng)
 
 } // namespace
 
+void FXFillSamples(prim::TFXSample sample, Ipp8u* p, std::size_t bytes, std::mt19937& rng)
+{
+    std::size_t i = 0;
+    if (sample == prim::TFXSample::F32) {
+        std::uniform_real_distribution<float> byteRange(-20.0f, 300.0f), wordRange(-20.0f, 7e4f);
+        const float specials[] = {std::numeric_limits<float>::quiet_NaN(),
+                                  std::numeric_limits<float>::infinity(),
+                                  -std::numeric_limits<float>::infinity(),
+                                  -0.0f,
+                                  1e20f,
+                                  -1e20f,
+                                  255.5f,
+                                  65535.5f};
+        for (; i + 4 <= bytes; i += 4) {
+            const unsigned kind = rng() % 20;
+            float v = kind < 11 ? byteRange(rng) : kind < 15 ? wordRange(rng) : 0.0f;
+            if (kind >= 15 && kind < 18) // exact halves, where the round modes differ
+                v = float(int(rng() % 66000) - 3) + 0.5f;
+            if (kind == 18)
+                v = specials[rng() % std::size(specials)];
+            if (kind == 19)
+                v = float(int(rng() % 300));
+            std::memcpy(p + i, &v, 4);
+        }
+    } else if (sample == prim::TFXSample::F64) {
+        std::uniform_real_distribution<double> moderate(-1000.0, 1000.0), large(-1e6, 1e6);
+        for (; i + 8 <= bytes; i += 8) {
+            const double v = rng() % 8 == 0 ? large(rng) : moderate(rng);
+            std::memcpy(p + i, &v, 8);
+        }
+    }
+    for (; i < bytes; ++i)
+        p[i] = Ipp8u(rng());
+}
+
 std::string TFXCase::Describe() const
 {
     std::ostringstream s;
@@ -296,6 +432,10 @@ std::string TFXCase::Describe() const
     for (int c = 0; c < 3; ++c)
         s << " " << int(Limit[c]) << "->" << int(LimitValue[c]) << "/" << int(UpperLimit[c]) << "->"
           << int(UpperValue[c]);
+    s << "; scale factor " << ScaleFactor << ", values " << Values[0] << "/" << Values[1] << "/"
+      << Values[2] << "/" << Values[3] << ", alpha type " << AlphaType << ", weight " << Weight
+      << (SmallSamples ? ", small samples" : "") << ", param " << Param << ", noise seed "
+      << NoiseSeed;
     return s.str();
 }
 
@@ -339,7 +479,11 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
                 const int k = int(c.Kernel.size());
                 c.KernelAnchor = rep == 0 ? k / 2 : rep == 1 ? k - 1 : int(rng() % k);
             }
-            PointParameters(p, n, rng, c);
+            if (prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout).Signal) {
+                c.Roi.height = 1; // one sample row per array
+                c.Extra = {};
+            }
+            PointParameters(p, n, rep, rng, c);
             cases.push_back(c);
         }
     // One larger image, so every vector kernel runs several full vectors per row.
@@ -363,43 +507,68 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& p)
         big.KernelAnchor = 2;
     } else if (p.Shape == TFXShape::ColorTwist) {
         big.Twist = TwistFor(0, rng);
+    } else if (FXIsArithmeticShape(p.Shape)) {
+        big.Values[0] = 200, big.Values[1] = 77, big.Values[2] = 254, big.Values[3] = 3;
+        big.Weight = 0.3f;
     } else {
-        PointParameters(p, 1, rng, big);
+        if (prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout).Signal)
+            big.Roi = {big.Roi.width * big.Roi.height, 1};
+        PointParameters(p, 1, 0, rng, big);
     }
     cases.push_back(big);
+    // Arithmetic: larger images for every compositing type and several scale factors, so rare
+    // roundings (exact halves, estimates corrected by one) occur.
+    if (FXIsArithmeticShape(p.Shape))
+        for (int k = 0; k < 12; ++k) {
+            TFXCase c = big;
+            c.Roi = {97 + 16 * k, 9};
+            c.Seed = rng();
+            ArithmeticParameters(p, k, 3, rng, c);
+            c.AlphaType = k;
+            c.ScaleFactor = k % 3 == 0 ? 0 : c.ScaleFactor;
+            cases.push_back(c);
+        }
     return cases;
 }
 
 TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& c)
-    : FPrim(prim), FCase(c)
+    : FPrim(prim), FCase(c), FGeometry(prim::FXShapeGeometry(prim.Shape, prim.Sample, prim.Layout))
 {
-    const int sampleBytes = prim::FXSampleBytes(prim.Sample);
-    const int pixelBytes = prim::FXChannels(prim.Layout) * sampleBytes;
-    const int srcPlanes = prim::FXSrcPlanes(prim.Shape), dstPlanes = prim::FXDstPlanes(prim.Shape);
-    FSrcPixelBytes = srcPlanes > 1 ? sampleBytes : pixelBytes;
-    FDstPixelBytes =
-        dstPlanes > 1 ? sampleBytes : prim::FXDstPixelBytes(prim.Shape, prim.Sample, prim.Layout);
+    const prim::TFXShapeGeometry& g = FGeometry;
+    const int sampleBytes = prim::FXSampleBytes(g.SrcSample);
     for (int r = 0; r < 3; ++r)
         for (int k = 0; k < 4; ++k)
             FTwist[r][k] = c.Twist[r][k];
     const prim::TFXMargins m = prim::FXShapeMargins(prim.Shape, Args(nullptr));
     const int left = m.Left + c.Extra.Left, right = m.Right + c.Extra.Right;
     const int top = m.Top + c.Extra.Top, bottom = m.Bottom + c.Extra.Bottom;
-    const int srcRowBytes = (c.Roi.width + left + right) * FSrcPixelBytes;
+    const int srcRowBytes = (c.Roi.width + left + right) * g.SrcPixelBytes;
     const int srcRows = c.Roi.height + top + bottom;
+    const std::size_t leftBytes = std::size_t(left) * g.SrcPixelBytes;
     // Steps stay multiples of the sample size, as IPP requires for 16- and 32-bit images.
     const int srcPad = c.SrcPad - c.SrcPad % sampleBytes;
     FSrcStep = srcRowBytes + srcPad;
     FSrcSize = std::size_t(FSrcStep) * (srcRows - 1) + srcRowBytes;
     std::mt19937 rng(c.Seed);
-    for (int p = 0; p < srcPlanes; ++p) {
-        FSrc[p].reset(new Ipp8u[FSrcSize]);
-        for (std::size_t i = 0; i < FSrcSize; ++i)
-            FSrc[p][i] = Ipp8u(rng());
-        FSrcRoi[p] =
-            FSrc[p].get() + std::size_t(top) * FSrcStep + std::size_t(left) * FSrcPixelBytes;
+    // Arithmetic on small samples: every byte below 16 (8-bit and 16-bit samples alike).
+    const Ipp8u byteMask = c.SmallSamples ? 0x0F : 0xFF;
+    const auto fill = [&](std::unique_ptr<Ipp8u[]>& image, std::size_t size) {
+        image.reset(new Ipp8u[size]);
+        FXFillSamples(g.SrcSample, image.get(), size, rng);
+        for (std::size_t i = 0; i < size; ++i)
+            image[i] &= byteMask;
+    };
+    for (int p = 0; p < (g.SrcPixelBytes > 0 ? g.SrcPlanes : 0); ++p) {
+        fill(FSrc[p], FSrcSize);
+        FSrcRoi[p] = FSrc[p].get() + std::size_t(top) * FSrcStep + leftBytes;
     }
-    if (FDstPixelBytes == 0) { // histograms: per channel the counts, then the levels
+    if (g.SecondSource) { // its own padding, so the two steps differ
+        const int pad2 = (c.SrcPad * 5 + 3) % 11;
+        FSrc2Step = srcRowBytes + pad2 - pad2 % sampleBytes;
+        fill(FSrc2, std::size_t(FSrc2Step) * (srcRows - 1) + srcRowBytes);
+        FSrc2Roi = FSrc2.get() + std::size_t(top) * FSrc2Step + leftBytes;
+    }
+    if (g.DstPixelBytes == 0) { // histograms: per channel the counts, then the levels
         std::size_t at = 0;
         for (int ch = 0; ch < prim::FXProcessedChannels(prim.Layout); ++ch) {
             FHistAt[ch] = at;
@@ -409,13 +578,33 @@ TFXCaseImages::TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& 
         FDstRows = 1;
         FDstStep = int(at);
     } else {
-        const int dstSampleBytes = prim.Shape == TFXShape::LutPalette ? 4 : sampleBytes;
-        FDstRowBytes = std::size_t(c.Roi.width) * FDstPixelBytes;
-        FDstRows = c.Roi.height;
-        FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % dstSampleBytes;
+        const IppiSize dstRoi = DstRoi();
+        FDstRowBytes = std::size_t(dstRoi.width) * g.DstPixelBytes;
+        FDstRows = dstRoi.height;
+        FDstStep = int(FDstRowBytes) + c.DstPad - c.DstPad % prim::FXSampleBytes(g.DstSample);
     }
     FDstPlaneBytes = std::size_t(FDstStep) * (FDstRows - 1) + FDstRowBytes;
-    FDstInit.assign(kFXGuardBytes + dstPlanes * (FDstPlaneBytes + kFXGuardBytes), kSentinel);
+    FDstInit.assign(kFXGuardBytes + g.DstPlanes * (FDstPlaneBytes + kFXGuardBytes), kSentinel);
+    if (g.InPlace) // the image the primitive works on; padding keeps the sentinel
+        for (int y = 0; y < FDstRows; ++y) {
+            Ipp8u* row = FDstInit.data() + kFXGuardBytes + std::size_t(y) * FDstStep;
+            if (g.DstSample == prim::TFXSample::F32) { // a float accumulator: finite values
+                std::uniform_real_distribution<float> any(-100.0f, 70000.0f);
+                for (std::size_t i = 0; i < FDstRowBytes; i += sizeof(Ipp32f)) {
+                    const Ipp32f v = any(rng);
+                    std::memcpy(row + i, &v, sizeof v);
+                }
+            } else {
+                FXFillSamples(g.DstSample, row, FDstRowBytes, rng);
+                for (std::size_t i = 0; i < FDstRowBytes; ++i)
+                    row[i] &= byteMask;
+            }
+        }
+}
+
+IppiSize TFXCaseImages::DstRoi() const
+{
+    return FGeometry.Reduces ? IppiSize{1, 1} : FCase.Roi;
 }
 
 std::size_t TFXCaseImages::DstPlaneStart(int p) const
@@ -423,7 +612,7 @@ std::size_t TFXCaseImages::DstPlaneStart(int p) const
     return kFXGuardBytes + std::size_t(p) * (FDstPlaneBytes + kFXGuardBytes);
 }
 
-prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
+prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation, std::uint32_t* seed) const
 {
     prim::TFXShapeArgs a;
     a.Src = FSrcRoi[0];
@@ -439,10 +628,10 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.IntKernel = FCase.IntKernel.data();
     a.Divisor = FCase.Divisor;
     a.MaskCode = FCase.MaskCode;
-    const bool histogram = FDstPixelBytes == 0 && dstAllocation != nullptr;
+    const bool histogram = FGeometry.DstPixelBytes == 0 && dstAllocation != nullptr;
     for (int c = 0; c < 4; ++c) {
-        a.Values[c] = FCase.LutValues[c].data();
-        a.Levels[c] = FCase.LutLevels[c].data();
+        a.LutValues[c] = FCase.LutValues[c].data();
+        a.LutLevels[c] = FCase.LutLevels[c].data();
         a.LevelCounts[c] =
             IsHistogram(FPrim.Shape) ? FCase.HistLevels[c] : int(FCase.LutLevels[c].size());
         a.Lower[c] = FCase.Lower[c];
@@ -460,12 +649,20 @@ prim::TFXShapeArgs TFXCaseImages::Args(Ipp8u* dstAllocation) const
     a.UpperLimit = FCase.UpperLimit.data();
     a.UpperValue = FCase.UpperValue.data();
     a.Twist = FTwist;
-    for (int p = 0; p < prim::kFXPlanes; ++p) {
-        if (prim::FXSrcPlanes(FPrim.Shape) > 1)
+    if (FGeometry.SrcPlanes > 1)
+        for (int p = 0; p < FGeometry.SrcPlanes; ++p)
             a.Planes[p] = const_cast<Ipp8u*>(FSrcRoi[p]);
-        else if (dstAllocation != nullptr && prim::FXDstPlanes(FPrim.Shape) > 1)
+    else if (dstAllocation != nullptr && FGeometry.DstPlanes > 1)
+        for (int p = 0; p < FGeometry.DstPlanes; ++p)
             a.Planes[p] = dstAllocation + DstPlaneStart(p);
-    }
+    a.Src2 = FSrc2Roi;
+    a.Src2Step = FSrc2Step;
+    a.ScaleFactor = FCase.ScaleFactor;
+    std::copy(std::begin(FCase.Values), std::end(FCase.Values), a.Values);
+    a.AlphaType = FCase.AlphaType;
+    a.Weight = FCase.Weight;
+    a.Param = FCase.Param;
+    a.Seed = seed;
     return a;
 }
 
@@ -473,16 +670,17 @@ TFXRunResult TFXCaseImages::Run(prim::TFXAnyFn fn) const
 {
     TFXRunResult r;
     r.Dst = FDstInit;
-    r.Status = prim::FXCallShape(FPrim.Shape, FPrim.Sample, fn, Args(r.Dst.data()));
+    r.NoiseSeed = FCase.NoiseSeed;
+    r.Status = prim::FXCallShape(FPrim.Shape, FPrim.Sample, fn, Args(r.Dst.data(), &r.NoiseSeed));
     return r;
 }
 
 std::size_t TFXCaseImages::DstOffset(int x, int y, int c) const
 {
-    if (prim::FXDstPlanes(FPrim.Shape) > 1)
-        return DstPlaneStart(c) + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes;
-    return kFXGuardBytes + std::size_t(y) * FDstStep + std::size_t(x) * FDstPixelBytes +
-           std::size_t(c) * prim::FXSampleBytes(FPrim.Sample);
+    const std::size_t at = std::size_t(y) * FDstStep + std::size_t(x) * FGeometry.DstPixelBytes;
+    if (FGeometry.DstPlanes > 1)
+        return DstPlaneStart(c) + at;
+    return kFXGuardBytes + at + std::size_t(c) * prim::FXSampleBytes(FGeometry.DstSample);
 }
 
 std::vector<Ipp32s> TFXCaseImages::Counts(const std::vector<Ipp8u>& dst, int c) const

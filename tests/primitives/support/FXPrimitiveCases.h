@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,17 @@ struct TFXCase {
     std::array<Ipp8u, 3> LimitValue{0, 0, 0};
     std::array<Ipp8u, 3> UpperLimit{200, 200, 200};
     std::array<Ipp8u, 3> UpperValue{255, 255, 255};
+    // Arithmetic, logic, compositing and accumulation
+    int ScaleFactor = 0;
+    int Values[4] = {0, 0, 0, 0}; // constants, or alpha1 and alpha2
+    int AlphaType = 0;
+    Ipp32f Weight = 0.0f;
+    bool SmallSamples = false; // sources hold small values (ties, zeros, no saturation)
+    // Copies, conversions, mirrors, noise, signals: the flip or round mode (TFXShapeArgs::Param)
+    // and the noise generator's seed word; the set values, channel orders, noise bounds and
+    // signal constants are in Values.
+    int Param = 0;
+    std::uint32_t NoiseSeed = 0;
 
     std::string Describe() const;
 };
@@ -56,32 +68,39 @@ std::vector<TFXCase> FXCasesFor(const prim::TFXPrimitiveInfo& prim);
 // What a run left behind.
 struct TFXRunResult {
     IppStatus Status = ippStsNoErr;
-    std::vector<Ipp8u> Dst; // the whole destination allocation, guards and padding included
+    std::vector<Ipp8u> Dst;      // the whole destination allocation, guards and padding included
+    std::uint32_t NoiseSeed = 0; // the seed word after the call (AddNoise)
 };
 
-// A random source image exactly as large as the case needs (the last row has no padding, so
+// Random source images exactly as large as the case needs (the last row has no padding, so
 // an over-read leaves the allocation) and a destination filled with a sentinel pattern, with
-// guard bytes before and after.
+// guard bytes before and after. An in-place destination holds random samples in its ROI rows
+// (finite floats for a float accumulator); a reduction's destination is one value.
 class TFXCaseImages {
 public:
     TFXCaseImages(const prim::TFXPrimitiveInfo& prim, const TFXCase& c);
 
     // Runs fn (a level kernel or an entry point of the primitive's shape) on a fresh copy of
-    // the destination.
+    // the destination (and of the noise seed).
     TFXRunResult Run(prim::TFXAnyFn fn) const;
-    // The arguments for a destination buffer from Fresh().
-    prim::TFXShapeArgs Args(Ipp8u* dstAllocation) const;
+    // The arguments for a destination buffer from Fresh() (and a seed word, for AddNoise).
+    prim::TFXShapeArgs Args(Ipp8u* dstAllocation, std::uint32_t* seed = nullptr) const;
+    // The destination before the call: sentinel bytes, and random samples in the ROI rows of
+    // in-place shapes.
     std::vector<Ipp8u> Fresh() const { return FDstInit; }
     // The first byte outside the ROI rows that differs from the sentinel, or -1.
     long FirstDamagedGuard(const std::vector<Ipp8u>& dst) const;
     // Offset of destination pixel (x, y) channel c in the allocation (planar destinations: of
-    // plane c).
+    // plane c; signals: sample x of array c).
     std::size_t DstOffset(int x, int y, int c) const;
     // The histograms' outputs: bin counts and levels of channel c in a run's destination.
     std::vector<Ipp32s> Counts(const std::vector<Ipp8u>& dst, int c) const;
     std::vector<Ipp32s> HistogramLevels(const std::vector<Ipp8u>& dst, int c) const;
+    // The destination's extent: the ROI, or one pixel for a reduction.
+    IppiSize DstRoi() const;
 
     const prim::TFXPrimitiveInfo& Prim() const { return FPrim; }
+    const prim::TFXShapeGeometry& Geometry() const { return FGeometry; }
     const TFXCase& Case() const { return FCase; }
     int SrcStep() const { return FSrcStep; }
     int DstStep() const { return FDstStep; }
@@ -93,23 +112,38 @@ private:
 
     const prim::TFXPrimitiveInfo& FPrim;
     TFXCase FCase;
-    int FSrcPixelBytes = 0;
-    int FDstPixelBytes = 0;
+    prim::TFXShapeGeometry FGeometry;
     int FSrcStep = 0;
+    int FSrc2Step = 0;
     int FDstStep = 0;
     int FDstRows = 0;
     std::size_t FDstRowBytes = 0;
     std::array<std::size_t, 4> FHistAt{}; // histograms: channel c's counts, then its levels
     std::size_t FSrcSize = 0;
     std::size_t FDstPlaneBytes = 0;
-    // One allocation per source plane, each of exact size: ASan sees any read past it.
+    // One allocation per source plane (and second source), each of exact size: ASan sees any
+    // read past it.
     std::array<std::unique_ptr<Ipp8u[]>, prim::kFXPlanes> FSrc;
     std::array<const Ipp8u*, prim::kFXPlanes> FSrcRoi{};
-    std::vector<Ipp8u> FDstInit; // guard, plane, guard [, plane, guard, plane, guard]
+    std::unique_ptr<Ipp8u[]> FSrc2;
+    const Ipp8u* FSrc2Roi = nullptr;
+    std::vector<Ipp8u> FDstInit; // guard, plane, guard [, plane, guard ...]
     Ipp32f FTwist[3][4]{};
 };
 
 inline constexpr int kFXGuardBytes = 64;
+
+// Fills `bytes` bytes with random samples of the type from rng: any bit pattern for integers;
+// for floats mostly values around the 8-bit and 16-bit ranges, exact halves, and a few
+// infinities, NaNs and huge values; for doubles, magnitudes and phases of moderate size.
+void FXFillSamples(prim::TFXSample sample, Ipp8u* p, std::size_t bytes, std::mt19937& rng);
+
+// The shapes of the arithmetic, logic, compositing and accumulation primitives (declared
+// together in TFXShape).
+constexpr bool FXIsArithmeticShape(prim::TFXShape s)
+{
+    return s >= prim::TFXShape::BinarySfs && s <= prim::TFXShape::AccumulateWeighted;
+}
 
 // Every registered primitive, for value-parameterised tests, and their test names.
 std::vector<const prim::TFXPrimitiveInfo*> FXAllPrimitivePointers();

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+// Alpha compositing, vector kernels: compiled once per level (see CMakeLists.txt).
+#include "framework/primitives/families/Blend.h"
+
+#include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/FXRound.h"
+#include "framework/primitives/simd/FXVec.h"
+
+#include "framework/primitives/families/FXPointRows.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+// Compositing computes (P * A + Q * B) / M^2 rounded to nearest (FXCompositeWeights) in one of
+// three exact ways: weights that are multiples of M in 16-bit lanes (8-bit samples), 8-bit
+// products in single precision (sums below 2^24 are exact and the division is correctly
+// rounded), and 16-bit products in double precision.
+
+namespace framix::prim::FX_SIMD_NS {
+namespace {
+
+// ---------------------------------------------------------------- 8-bit compositing
+
+// round(t / 255) for t <= 65407 is ((t + 128) + ((t + 128) >> 8)) >> 8; larger t (saturated
+// sums included) only occur for results above 256 and give 255 through the saturating adds.
+inline VU16 RoundDiv255(VU16 t)
+{
+    const VU16 u = AddSat(t, SplatU16(128));
+    return ShiftRight(AddSat(u, ShiftRight(u, 8)), 8);
+}
+
+// (p A + q B) / 255 with 8-bit weights p = P / 255, q = Q / 255.
+inline VU16 CompositeByteWeights(VU16 a, VU16 b, VU16 p, VU16 q)
+{
+    return RoundDiv255(AddSat(MulLo(a, p), MulLo(b, q)));
+}
+
+// (P A + Q B) / 65025 from float weights. Every product is below 2^24 and so is the sum
+// wherever the result is at most 256 (beyond, it saturates anyway). The correctly rounded
+// quotient is within 2^-17 of the exact one below 256, while the exact one lies at least
+// 1 / 130050 from a half: rounding it to nearest is exact (checked for every sum below 2^24).
+inline VI32 CompositeFloat(VF32 a, VF32 b, VF32 p, VF32 q)
+{
+    return RoundToI32(Div(Add(Mul(a, p), Mul(b, q)), SplatF32(65025.0f)));
+}
+
+// The four 32-bit quarters of a vector of bytes, as floats, in the order Narrow4 puts back.
+struct TQuarters {
+    VF32 Q[4];
+    explicit TQuarters(VU8 v)
+    {
+        const VU16 lo = WidenLo(v), hi = WidenHi(v);
+        Q[0] = ToF32(WidenLo(lo)), Q[1] = ToF32(WidenHi(lo));
+        Q[2] = ToF32(WidenLo(hi)), Q[3] = ToF32(WidenHi(hi));
+    }
+};
+
+inline VU8 Narrow4(const VI32 (&r)[4])
+{
+    return NarrowSat(NarrowSat(r[0], r[1]), NarrowSat(r[2], r[3]));
+}
+
+template <TFXLayout L>
+IppStatus CompositeConst8(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep,
+                          IppiSize roi, TFXCompositeWeights w)
+{
+    const int channels = FXChannels(L);
+    if (w.P % 255 == 0 && w.Q % 255 == 0) {
+        const VU16 p = SplatU16(int(w.P / 255)), q = SplatU16(int(w.Q / 255));
+        ForEachRow(a, aStep, b, bStep, d, dStep, roi, channels,
+                   [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
+                       const VU8 u = Load(x), v = Load(y);
+                       Store(z, NarrowSat(CompositeByteWeights(WidenLo(u), WidenLo(v), p, q),
+                                          CompositeByteWeights(WidenHi(u), WidenHi(v), p, q)));
+                   });
+        return ippStsNoErr;
+    }
+    const VF32 p = SplatF32(float(w.P)), q = SplatF32(float(w.Q));
+    ForEachRow(a, aStep, b, bStep, d, dStep, roi, channels,
+               [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
+                   const TQuarters u(Load(x)), v(Load(y));
+                   VI32 r[4];
+                   for (int k = 0; k < 4; ++k)
+                       r[k] = CompositeFloat(u.Q[k], v.Q[k], p, q);
+                   Store(z, Narrow4(r));
+               });
+    return ippStsNoErr;
+}
+
+// ---------------------------------------------------------------- 16-bit compositing
+
+// (P A + Q B) / 65535^2 for kLanes32 samples: the products (below 2^48) and their sum are
+// exact in double precision, and the quotient's error (about 2^-52 relative) is far below the
+// exact value's distance from a half (at least 1 / (2 65535^2), and never zero: 65535 is odd).
+inline VI32 CompositeDouble(const Ipp16u* a, const Ipp16u* b, VF64 p, VF64 q, VF64 scale)
+{
+    const auto half = [&](int at) {
+        return Mul(Add(Mul(LoadWidenF64(a + at), p), Mul(LoadWidenF64(b + at), q)), scale);
+    };
+    return RoundToI32(half(0), half(kLanes64));
+}
+
+// Weights p = P / 65535, q = Q / 65535 with p + q <= 256 (premultiplied rules and plus with
+// alphas below 256, as a cross-fade uses): p A + q B stays below 2^24, exact in single
+// precision, and its correctly rounded quotient by 65535 rounds to the exact result (the half
+// step of a float below 256 is 2^-17, less than 1 / 131070; checked for every sum).
+inline VI32 CompositeSmallWeights(const Ipp16u* a, const Ipp16u* b, VF32 p, VF32 q)
+{
+    const VF32 n = Add(Mul(ToF32(LoadWiden(a)), p), Mul(ToF32(LoadWiden(b)), q));
+    return RoundToI32(Div(n, SplatF32(65535.0f)));
+}
+
+IppStatus CompositeConst16(const Ipp16u* a, int aStep, const Ipp16u* b, int bStep, Ipp16u* d,
+                           int dStep, IppiSize roi, TFXCompositeWeights w)
+{
+    constexpr std::uint64_t kM = 65535;
+    if (w.P % kM == 0 && w.Q % kM == 0 && w.P / kM + w.Q / kM <= 256) {
+        const VF32 p = SplatF32(float(w.P / kM)), q = SplatF32(float(w.Q / kM));
+        ForEachRow(a, aStep, b, bStep, d, dStep, roi, 1,
+                   [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
+                       Store(z,
+                             NarrowSat2(CompositeSmallWeights(x, y, p, q),
+                                        CompositeSmallWeights(x + kLanes32, y + kLanes32, p, q)));
+                   });
+        return ippStsNoErr;
+    }
+    const VF64 p = SplatF64(double(w.P)), q = SplatF64(double(w.Q));
+    const VF64 scale = SplatF64(1.0 / double(kM * kM));
+    ForEachRow(a, aStep, b, bStep, d, dStep, roi, 1,
+               [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
+                   Store(z, NarrowSat2(CompositeDouble(x, y, p, q, scale),
+                                       CompositeDouble(x + kLanes32, y + kLanes32, p, q, scale)));
+               });
+    return ippStsNoErr;
+}
+
+// ---------------------------------------------------------------- per-pixel alpha
+
+// The weights of rule Type for alphas a, b (floats, one per lane): products of at most two
+// 8-bit values, all exact.
+template <int Type> void PixelWeights(VF32 a, VF32 b, VF32& p, VF32& q)
+{
+    const VF32 m = SplatF32(255.0f);
+    const VF32 na = Sub(m, a), nb = Sub(m, b);
+    constexpr int kRule = Type % 6;
+    if constexpr (Type < 6) {
+        p = kRule == ippAlphaOver || kRule == ippAlphaPlus ? Mul(a, m)
+            : kRule == ippAlphaIn || kRule == ippAlphaATop ? Mul(a, b)
+                                                           : Mul(a, nb); // out, xor
+        q = kRule == ippAlphaIn || kRule == ippAlphaOut ? SplatF32(0.0f)
+            : kRule == ippAlphaPlus                     ? Mul(b, m)
+                                                        : Mul(na, b); // over, atop, xor
+    } else {
+        p = kRule == ippAlphaOver || kRule == ippAlphaPlus ? SplatF32(65025.0f)
+            : kRule == ippAlphaIn || kRule == ippAlphaATop ? Mul(b, m)
+                                                           : Mul(nb, m); // out, xor
+        q = kRule == ippAlphaIn || kRule == ippAlphaOut ? SplatF32(0.0f)
+            : kRule == ippAlphaPlus                     ? SplatF32(65025.0f)
+                                                        : Mul(na, m); // over, atop, xor
+    }
+}
+
+// Colour lanes: the rule on the pixel's samples. Alpha lanes: the non-premultiplied rule on
+// samples of 255, which is the composite alpha.
+template <int Type>
+IppStatus CompositePixels(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep,
+                          IppiSize roi)
+{
+    const VU8 alphaBytes = AlphaLanes();
+    Ipp32s lanePattern[kLanes32];
+    for (int k = 0; k < kLanes32; ++k)
+        lanePattern[k] = k % 4 == 3 ? -1 : 0;
+    const VI32 alphaLanes = LoadI32(lanePattern);
+    ForEachRow(a, aStep, b, bStep, d, dStep, roi, 4,
+               [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
+                   const VU8 u = Load(x), v = Load(y);
+                   // Samples (255 in the alpha lanes) and each pixel's alphas, lane by lane.
+                   const TQuarters sa(Select(alphaBytes, SplatU8(255), u));
+                   const TQuarters sb(Select(alphaBytes, SplatU8(255), v));
+                   const TQuarters alphaA(BroadcastAlpha(u)), alphaB(BroadcastAlpha(v));
+                   VI32 r[4];
+                   for (int k = 0; k < 4; ++k) {
+                       VF32 p, q;
+                       PixelWeights<Type>(alphaA.Q[k], alphaB.Q[k], p, q);
+                       if constexpr (Type >= 6) {
+                           VF32 plainP, plainQ;
+                           PixelWeights<Type % 6>(alphaA.Q[k], alphaB.Q[k], plainP, plainQ);
+                           p = Select(alphaLanes, plainP, p);
+                           q = Select(alphaLanes, plainQ, q);
+                       }
+                       r[k] = CompositeFloat(sa.Q[k], sb.Q[k], p, q);
+                   }
+                   Store(z, Narrow4(r));
+               });
+    return ippStsNoErr;
+}
+
+template <int... Types>
+IppStatus CompositePixelsOf(int alphaType, std::integer_sequence<int, Types...>, const Ipp8u* a,
+                            int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep, IppiSize roi)
+{
+    IppStatus s = ippStsNoErr;
+    ((alphaType == Types ? (s = CompositePixels<Types>(a, aStep, b, bStep, d, dStep, roi), 0) : 0),
+     ...);
+    return s;
+}
+
+} // namespace
+
+template <class T, TFXLayout L>
+IppStatus AlphaCompC(const T* pSrc1, int src1Step, T alpha1, const T* pSrc2, int src2Step, T alpha2,
+                     T* pDst, int dstStep, IppiSize roiSize, IppiAlphaType alphaType)
+{
+    const TFXCompositeWeights w = FXCompositeWeights(alphaType, alpha1, alpha2, kFXSampleMax<T>);
+    if constexpr (sizeof(T) == 1)
+        return CompositeConst8<L>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, w);
+    else
+        return CompositeConst16(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, roiSize, w);
+}
+
+template <class T, TFXLayout L>
+IppStatus AlphaComp(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
+                    int dstStep, IppiSize roiSize, IppiAlphaType alphaType)
+{
+    return CompositePixelsOf(alphaType, std::make_integer_sequence<int, 12>{}, pSrc1, src1Step,
+                             pSrc2, src2Step, pDst, dstStep, roiSize);
+}
+
+FX_KERNEL_TABLE(Blend, FX_BLEND_PRIMITIVES)
+
+} // namespace framix::prim::FX_SIMD_NS
