@@ -4,6 +4,7 @@
 // (fixed-point sums, or float steps in the reference's order), so all levels give its bytes.
 #include "framework/primitives/families/ColorConvert.h"
 
+#include "framework/primitives/families/FXColorCieVectors.h"
 #include "framework/primitives/families/FXColorVectors.h"
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
@@ -59,7 +60,7 @@ IppStatus RGBToHSV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
                                             [&](VI32 p) { return HsvFromRgb(p, reciprocal); });
 }
 
-template <class T, TFXLayout L> constexpr auto& RGBToLUV = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& RGBToLUV = ConvertWith<L, LuvFromRgb>;
 
 template <class T, TFXLayout L>
 constexpr auto& RGBToXYZ = ConvertWith<L, FixedConvert<kFXRgbToXyz>>;
@@ -72,8 +73,8 @@ constexpr auto& RGBToYCbCr = ConvertWith<L, FixedConvert<kFXRgbToYCbCr>>;
 template <class T, TFXLayout L>
 constexpr auto& RGBToYUV = ConvertWith<L, FixedConvert<kFXRgbToYuv>>;
 
-template <class T, TFXLayout L> constexpr auto& BGRToLab = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& BGRToLab = ConvertWith<L, LabFromBgr>;
 
-FX_COLOR_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
+FX_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -4,6 +4,7 @@
 // levels give its bytes.
 #include "framework/primitives/families/ColorConvertBack.h"
 
+#include "framework/primitives/families/FXColorCieVectors.h"
 #include "framework/primitives/families/FXColorVectors.h"
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
@@ -69,10 +70,10 @@ template <class T, TFXLayout L> constexpr auto& YCCToRGB = ConvertWith<L, RgbFro
 template <class T, TFXLayout L>
 constexpr auto& YCbCrToRGB = ConvertWith<L, FixedConvert<kFXYCbCrToRgb>>;
 
-template <class T, TFXLayout L> constexpr auto& LUVToRGB = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& LUVToRGB = ConvertWith<L, RgbFromLuv>;
 
-template <class T, TFXLayout L> constexpr auto& LabToBGR = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& LabToBGR = ConvertWith<L, BgrFromLab>;
 
-FX_COLOR_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
+FX_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -81,6 +81,15 @@ inline VF32 FloorF32(VF32 v)
     return {_mm512_roundscale_ps(v.V, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC)};
 }
 
+inline VI32 BitsOf(VF32 v)
+{
+    return {_mm512_castps_si512(v.V)};
+}
+inline VF32 FloatOfBits(VI32 v)
+{
+    return {_mm512_castsi512_ps(v.V)};
+}
+
 #elif defined(FX_SIMD_LEVEL_AVX2)
 
 inline VI32 LoadPixels3(const Ipp8u* p)
@@ -144,6 +153,15 @@ inline VF32 FloorF32(VF32 v)
     return {_mm256_floor_ps(v.V)};
 }
 
+inline VI32 BitsOf(VF32 v)
+{
+    return {_mm256_castps_si256(v.V)};
+}
+inline VF32 FloatOfBits(VI32 v)
+{
+    return {_mm256_castsi256_ps(v.V)};
+}
+
 #else // SSE4.1
 
 inline VI32 LoadPixels3(const Ipp8u* p)
@@ -202,6 +220,15 @@ inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 inline VF32 FloorF32(VF32 v)
 {
     return {_mm_floor_ps(v.V)};
+}
+
+inline VI32 BitsOf(VF32 v)
+{
+    return {_mm_castps_si128(v.V)};
+}
+inline VF32 FloatOfBits(VI32 v)
+{
+    return {_mm_castsi128_ps(v.V)};
 }
 
 #endif
