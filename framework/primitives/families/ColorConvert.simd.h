@@ -14,7 +14,7 @@ namespace {
 
 // Value is the maximum; saturation the spread over it; ties between maxima broken cyclically
 // (red over green, green over blue, blue over red).
-VI32 HsvFromRgb(VI32 pixels, const Ipp32f* reciprocal)
+TChannelBytes HsvFromRgb(VI32 pixels, const Ipp32f* reciprocal)
 {
     const VI32 r = ChannelOf(pixels, 0), g = ChannelOf(pixels, 1), b = ChannelOf(pixels, 2);
     const VI32 zero = SplatI32(0);
@@ -38,7 +38,7 @@ VI32 TruncatedSample(VF32 v)
     return RoundToI32(FloorF32(Min(Max(v, SplatF32(-1.0f)), SplatF32(256.0f))));
 }
 
-VI32 YccFromRgb(VI32 pixels)
+TChannelBytes YccFromRgb(VI32 pixels)
 {
     const VF32 r = ToF32(ChannelOf(pixels, 0)), g = ToF32(ChannelOf(pixels, 1)),
                b = ToF32(ChannelOf(pixels, 2));

@@ -59,7 +59,7 @@ inline TCieLanes CieXyzOf(const TFXCieMatrix& m, VI32 pixels, int c0, int c2)
                      ToF32(ChannelOf(pixels, c2)));
 }
 
-inline VI32 LuvFromRgb(VI32 pixels)
+inline TChannelBytes LuvFromRgb(VI32 pixels)
 {
     const auto [x, y, z] = CieXyzOf(kFXRgbToXyzCie, pixels, 0, 2);
     const VF32 l = CieL(y, CieF(y));
@@ -75,7 +75,7 @@ inline VI32 LuvFromRgb(VI32 pixels)
 }
 
 // Channels in B, G, R order.
-inline VI32 LabFromBgr(VI32 pixels)
+inline TChannelBytes LabFromBgr(VI32 pixels)
 {
     const auto [x, y, z] = CieXyzOf(kFXRgbToXyzLab, pixels, 2, 0);
     const VF32 fy = CieF(y);
@@ -85,8 +85,8 @@ inline VI32 LabFromBgr(VI32 pixels)
 }
 
 // The samples of RGB lanes (zero where keep is not set), written as channels c0, 1, c2.
-inline VI32 CieSamples(const TFXCieMatrix& m, VF32 x, VF32 y, VF32 z, int c0, int c2,
-                       VI32 keep = SplatI32(-1))
+inline TChannelBytes CieSamples(const TFXCieMatrix& m, VF32 x, VF32 y, VF32 z, int c0, int c2,
+                                VI32 keep = SplatI32(-1))
 {
     TCieLanes rgb = CieMatrix(m, x, y, z);
     VI32 s[3];
@@ -96,7 +96,7 @@ inline VI32 CieSamples(const TFXCieMatrix& m, VF32 x, VF32 y, VF32 z, int c0, in
 }
 
 // Black (L = 0) lanes go through infinities and are replaced by zero at the end.
-inline VI32 RgbFromLuv(VI32 pixels)
+inline TChannelBytes RgbFromLuv(VI32 pixels)
 {
     const VI32 l8 = ChannelOf(pixels, 0);
     const VF32 l = Mul(ToF32(l8), SplatF32(float(100.0 / 255.0)));
@@ -117,7 +117,7 @@ inline VI32 RgbFromLuv(VI32 pixels)
 }
 
 // Written in B, G, R order.
-inline VI32 BgrFromLab(VI32 pixels)
+inline TChannelBytes BgrFromLab(VI32 pixels)
 {
     const VF32 p =
         Mul(Add(Mul(ToF32(ChannelOf(pixels, 0)), SplatF32(float(100.0 / 255.0))), SplatF32(16.0f)),

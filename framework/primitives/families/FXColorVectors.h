@@ -162,7 +162,7 @@ inline VI32 FixedRow(const TWordPairs& pairs, const VI32 (&c)[3])
     return AddMultiple<FixedHigh(w[2])>(sum, c[2]);
 }
 
-template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
+template <TFXFixedMatrix M> inline TChannelBytes FixedConvert(VI32 pixels)
 {
     const TWordPairs pairs = WordPairsOf(pixels);
     const VI32 c[3] = {ChannelOf(pixels, 0), ChannelOf(pixels, 1), ChannelOf(pixels, 2)};
@@ -170,8 +170,8 @@ template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
 }
 
 // A colour family's kernel for layout L that converts every pixel with kConvert (pixel lanes
-// -> pixel lanes); each Op names one, as `template <class T, TFXLayout L> constexpr auto& Op =
-// ConvertWith<L, Convert>;`.
+// -> PixelsOf channel bytes); each Op names one, as `template <class T, TFXLayout L> constexpr
+// auto& Op = ConvertWith<L, Convert>;`.
 template <TFXLayout L, auto kConvert>
 IppStatus ConvertWith(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi)
 {
