@@ -17,38 +17,32 @@ struct TFXCieMatrix {
 
 inline constexpr double kFXCieXn = 0.950455, kFXCieZn = 1.088753;
 
-constexpr TFXCieMatrix FXCieRgbToXyz(double xScale, double zScale)
+inline constexpr double kFXCieToXyz[3][3] = {
+    {0.412453, 0.357580, 0.180423}, {0.212671, 0.715160, 0.072169}, {0.019334, 0.119193, 0.950227}};
+inline constexpr double kFXCieToRgb[3][3] = {{3.240479, -1.53715, -0.498535},
+                                             {-0.969256, 1.875991, 0.041556},
+                                             {0.055648, -0.204043, 1.057311}};
+
+// m with row i (byRow) or column i scaled by scale[i], in float.
+constexpr TFXCieMatrix FXCieScaled(const double (&m)[3][3], const double (&scale)[3], bool byRow)
 {
-    constexpr double kM[3][3] = {{0.412453, 0.357580, 0.180423},
-                                 {0.212671, 0.715160, 0.072169},
-                                 {0.019334, 0.119193, 0.950227}};
-    const double scale[3] = {xScale / 255.0, 1.0 / 255.0, zScale / 255.0};
-    TFXCieMatrix m{};
+    TFXCieMatrix out{};
     for (int i = 0; i < 3; ++i)
         for (int j = 0; j < 3; ++j)
-            m.W[i][j] = float(kM[i][j] * scale[i]);
-    return m;
+            out.W[i][j] = float(m[i][j] * scale[byRow ? i : j]);
+    return out;
 }
 
-inline constexpr TFXCieMatrix kFXRgbToXyzCie = FXCieRgbToXyz(1.0, 1.0);
-inline constexpr TFXCieMatrix kFXRgbToXyzLab = FXCieRgbToXyz(1.0 / kFXCieXn, 1.0 / kFXCieZn);
+inline constexpr TFXCieMatrix kFXRgbToXyzCie =
+    FXCieScaled(kFXCieToXyz, {1.0 / 255.0, 1.0 / 255.0, 1.0 / 255.0}, true);
+inline constexpr TFXCieMatrix kFXRgbToXyzLab =
+    FXCieScaled(kFXCieToXyz, {1.0 / kFXCieXn / 255.0, 1.0 / 255.0, 1.0 / kFXCieZn / 255.0}, true);
 
 // The inverse: linear RGB on the 0 ... 255 scale from XYZ (from X / Xn, Y, Z / Zn for Lab).
-constexpr TFXCieMatrix FXCieXyzToRgb(double xScale, double zScale)
-{
-    constexpr double kM[3][3] = {{3.240479, -1.53715, -0.498535},
-                                 {-0.969256, 1.875991, 0.041556},
-                                 {0.055648, -0.204043, 1.057311}};
-    const double scale[3] = {xScale * 255.0, 255.0, zScale * 255.0};
-    TFXCieMatrix m{};
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            m.W[i][j] = float(kM[i][j] * scale[j]);
-    return m;
-}
-
-inline constexpr TFXCieMatrix kFXXyzToRgbCie = FXCieXyzToRgb(1.0, 1.0);
-inline constexpr TFXCieMatrix kFXXyzToRgbLab = FXCieXyzToRgb(kFXCieXn, kFXCieZn);
+inline constexpr TFXCieMatrix kFXXyzToRgbCie =
+    FXCieScaled(kFXCieToRgb, {255.0, 255.0, 255.0}, false);
+inline constexpr TFXCieMatrix kFXXyzToRgbLab =
+    FXCieScaled(kFXCieToRgb, {kFXCieXn * 255.0, 255.0, kFXCieZn * 255.0}, false);
 
 // Below the knee L and f(t) are linear.
 inline constexpr float kFXCieKnee = 0.008856f;
