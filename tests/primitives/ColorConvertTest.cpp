@@ -2,11 +2,13 @@
 // Colour conversions, twist and gamma: hand-checked values (taken from IPP's vector code where
 // rounding is subtle), tie-breaking, alpha, planar layouts and in-place calls, at every level.
 #include "framework/primitives/FXPrimitiveRegistry.h"
+#include "framework/primitives/families/FXColorCie.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -74,9 +76,8 @@ void ExpectConversions(const char* name, const std::vector<TPixel>& in,
     for (TFXSimdLevel level : Levels(p)) {
         const std::vector<TPixel> out = Convert(p, level, in);
         for (std::size_t i = 0; i < in.size(); ++i)
-            EXPECT_EQ(out[i], expected[i])
-                << name << " at " << FXLevelName(level) << ", input " << in[i][0] << ","
-                << in[i][1] << "," << in[i][2];
+            EXPECT_EQ(out[i], expected[i]) << name << " at " << FXLevelName(level) << ", input "
+                                           << in[i][0] << "," << in[i][1] << "," << in[i][2];
     }
 }
 
@@ -139,8 +140,7 @@ TEST(ColorConvert, PlanarHlsMatchesInterleaved)
     std::vector<TPixel> rgb(n);
     for (int i = 0; i < n; ++i)
         rgb[i] = {(i * 53) % 256, (i * 101 + 7) % 256, (i * 29 + 200) % 256};
-    const std::vector<TPixel> hls =
-        Convert(Prim("ippiRGBToHLS_8u_C3R"), TFXSimdLevel::Ref, rgb);
+    const std::vector<TPixel> hls = Convert(Prim("ippiRGBToHLS_8u_C3R"), TFXSimdLevel::Ref, rgb);
     const TFXPrimitiveInfo& toPlanes = Prim("ippiBGRToHLS_8u_C3P3R");
     const TFXPrimitiveInfo& fromPlanes = Prim("ippiHLSToBGR_8u_P3C3R");
     const std::vector<TPixel> back = Convert(Prim("ippiHLSToRGB_8u_C3R"), TFXSimdLevel::Ref, hls);
@@ -164,9 +164,8 @@ TEST(ColorConvert, PlanarHlsMatchesInterleaved)
         b.SrcStep = n;
         b.Dst = out.data();
         b.DstStep = n * 3;
-        ASSERT_EQ(
-            prim::FXCallShape(fromPlanes.Shape, fromPlanes.Sample, fromPlanes.At(level), b),
-            ippStsNoErr);
+        ASSERT_EQ(prim::FXCallShape(fromPlanes.Shape, fromPlanes.Sample, fromPlanes.At(level), b),
+                  ippStsNoErr);
         for (int i = 0; i < n; ++i)
             for (int c = 0; c < 3; ++c) {
                 EXPECT_EQ(planes[c * n + i], hls[i][c]) << "pixel " << i << " plane " << c;
@@ -186,6 +185,35 @@ TEST(ColorConvert, LinearSpacesKeepGreyOnTheAxisAndSaturate)
     ExpectConversions("ippiRGBToXYZ_8u_C3R", {{255, 255, 255}}, {{242, 255, 255}});
     ExpectConversions("ippiYCbCrToRGB_8u_C3R", {{16, 128, 128}, {235, 128, 128}},
                       {{0, 0, 0}, {255, 255, 255}});
+}
+
+TEST(ColorConvert, CieSpacesGiveHandComputedValues)
+{
+    // Black and white sit on the neutral axis (u and v at their offsets 134 and 140, scaled);
+    // grey (2, 2, 2) lies below the knee, where L is linear; primaries go both ways.
+    ExpectConversions("ippiRGBToLUV_8u_C3R",
+                      {{0, 0, 0}, {255, 255, 255}, {2, 2, 2}, {255, 0, 0}, {0, 0, 255}},
+                      {{0, 97, 136}, {255, 97, 136}, {18, 97, 136}, {136, 223, 173}, {82, 90, 9}});
+    ExpectConversions("ippiLUVToRGB_8u_C3R", {{0, 50, 200}, {136, 223, 173}, {82, 90, 9}},
+                      {{0, 0, 0}, {255, 0, 0}, {0, 0, 255}});
+    // Lab's input and output are BGR; back from Lab, black is 1: Y = ((L + 16) / 116)^3 has
+    // no linear part.
+    ExpectConversions(
+        "ippiBGRToLab_8u_C3R", {{0, 0, 0}, {255, 255, 255}, {2, 2, 2}, {0, 0, 255}, {40, 90, 200}},
+        {{0, 128, 128}, {255, 128, 128}, {18, 128, 128}, {136, 208, 195}, {183, 148, 164}});
+    ExpectConversions("ippiLabToBGR_8u_C3R", {{0, 128, 128}, {255, 128, 128}, {136, 208, 195}},
+                      {{1, 1, 1}, {255, 255, 255}, {0, 0, 255}});
+}
+
+TEST(ColorConvert, CieCubeRootIsWithinAFewUlpsOverItsRange)
+{
+    // Every float from below the knee to past Lab's largest X / Xn.
+    double worst = 0;
+    for (float t = 0.008f; t < 1.01f; t = std::nextafter(t, 2.0f)) {
+        const double exact = std::cbrt(double(t));
+        worst = std::max(worst, std::abs(double(prim::FXCieCubeRoot(t)) - exact) / exact);
+    }
+    EXPECT_LT(worst, 1e-6);
 }
 
 // Every vector level of every interleaved conversion gives the reference's bytes on an eighth of
@@ -232,9 +260,10 @@ TEST(ColorTwist, RoundsHalvesToEvenAndSaturates)
     const float twist[3][4] = {{0.5f, 0, 0, 0}, {2.0f, 0, 0, 0}, {-1.0f, 0, 0, 10.25f}};
     const TFXPrimitiveInfo& p = Prim("ippiColorTwist32f_8u_C3R");
     for (TFXSimdLevel level : Levels(p)) {
-        const std::vector<TPixel> out = Convert(p, level, {{1, 0, 0}, {3, 0, 0}, {200, 0, 0}}, twist);
-        EXPECT_EQ(out[0], (TPixel{0, 2, 9}));   // 0.5 -> 0, 10.25 - 1 -> 9
-        EXPECT_EQ(out[1], (TPixel{2, 6, 7}));   // 1.5 -> 2
+        const std::vector<TPixel> out =
+            Convert(p, level, {{1, 0, 0}, {3, 0, 0}, {200, 0, 0}}, twist);
+        EXPECT_EQ(out[0], (TPixel{0, 2, 9}));     // 0.5 -> 0, 10.25 - 1 -> 9
+        EXPECT_EQ(out[1], (TPixel{2, 6, 7}));     // 1.5 -> 2
         EXPECT_EQ(out[2], (TPixel{100, 255, 0})); // 400 and -189.75 saturate
     }
 }

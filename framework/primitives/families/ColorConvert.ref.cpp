@@ -7,9 +7,11 @@
 
 #include "framework/primitives/families/ColorHls.h"
 
+#include "framework/primitives/families/FXColorCie.h"
 #include "framework/primitives/families/FXColorPixels.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 
@@ -62,48 +64,50 @@ TFXColor YccFromRgb(int r, int g, int b)
             TruncatedSample(135.64f / 255.0f * (float(r) - y) + 137.0f)};
 }
 
-// XYZ of a pixel on the 0 ... 1 scale.
-struct TXyz {
-    double X, Y, Z;
-};
-
-TXyz Xyz(int r, int g, int b)
+// XYZ (0 ... 1 scale, X and Z over the white's for Lab) of a pixel, in float.
+std::array<float, 3> CieXyz(const TFXCieMatrix& m, int r, int g, int b)
 {
-    const double rf = r / 255.0, gf = g / 255.0, bf = b / 255.0;
-    return {0.412453 * rf + 0.357580 * gf + 0.180423 * bf,
-            0.212671 * rf + 0.715160 * gf + 0.072169 * bf,
-            0.019334 * rf + 0.119193 * gf + 0.950227 * bf};
+    std::array<float, 3> xyz;
+    for (int i = 0; i < 3; ++i)
+        xyz[i] = (m.W[i][0] * float(r) + m.W[i][1] * float(g)) + m.W[i][2] * float(b);
+    return xyz;
+}
+
+// f(t) of CIE: the cube root above the knee, a line below.
+float CieF(float t)
+{
+    return t > kFXCieKnee ? FXCieCubeRoot(t) : kFXCieSlopeF * t + kFXCieOffsetF;
+}
+
+// L in 0 ... 100 of luminance y with f(y) = fy.
+float CieL(float y, float fy)
+{
+    return y > kFXCieKnee ? 116.0f * fy - 16.0f : kFXCieSlopeL * y;
 }
 
 // CIE L*u*v* against the D65 white; L in 0 ... 100 to 0 ... 255, u in -134 ... 220 and v in
-// -140 ... 122 to 0 ... 255 (IPP's header writes 256 for v's span; the results show 262).
+// -140 ... 122 to 0 ... 255 (IPP's header writes 256 for v's span; the results show 262). Black
+// (the only colour with X + 15 Y + 3 Z = 0) has u = v = 0.
 TFXColor LuvFromRgb(int r, int g, int b)
 {
-    constexpr double kXn = 0.312713, kYn = 0.329016;
-    constexpr double kUn = 4 * kXn / (-2 * kXn + 12 * kYn + 3);
-    constexpr double kVn = 9 * kYn / (-2 * kXn + 12 * kYn + 3);
-    const TXyz c = Xyz(r, g, b);
-    const double l = c.Y > 0.008856 ? 116.0 * std::cbrt(c.Y) - 16.0 : 903.3 * c.Y;
-    const double den = c.X + 15.0 * c.Y + 3.0 * c.Z;
-    double u = 0, v = 0;
-    if (den > 0) {
-        u = 13.0 * l * (4.0 * c.X / den - kUn);
-        v = 13.0 * l * (9.0 * c.Y / den - kVn);
-    }
-    return {FXColorSample(float(l * 255.0 / 100.0)), FXColorSample(float((u + 134.0) * 255.0 / 354.0)),
-            FXColorSample(float((v + 140.0) * 255.0 / 262.0))};
+    const auto [x, y, z] = CieXyz(kFXRgbToXyzCie, r, g, b);
+    const float l = CieL(y, CieF(y));
+    const float den = (x + 15.0f * y) + 3.0f * z;
+    const float inv = den > 0.0f ? 1.0f / den : 0.0f;
+    const float l13 = 13.0f * l;
+    const float u = l13 * ((4.0f * x) * inv - kFXCieUn);
+    const float v = l13 * ((9.0f * y) * inv - kFXCieVn);
+    return {FXColorSample(l * 2.55f), FXColorSample((u + 134.0f) * float(255.0 / 354.0)),
+            FXColorSample((v + 140.0f) * float(255.0 / 262.0))};
 }
 
 // CIE L*a*b* of BGR pixels against the D65 white, no gamma removed; a and b offset by 128.
 TFXColor LabFromBgr(int b, int g, int r)
 {
-    constexpr double kXn = 0.950455, kZn = 1.088753, kKnee = 0.008856;
-    const TXyz c = Xyz(r, g, b);
-    auto f = [](double t) { return t > kKnee ? std::cbrt(t) : 7.787 * t + 16.0 / 116.0; };
-    const double l = c.Y > kKnee ? 116.0 * std::cbrt(c.Y) - 16.0 : 903.3 * c.Y;
-    const double fy = f(c.Y);
-    return {FXColorSample(float(l * 255.0 / 100.0)), FXColorSample(float(500.0 * (f(c.X / kXn) - fy) + 128.0)),
-            FXColorSample(float(200.0 * (fy - f(c.Z / kZn)) + 128.0))};
+    const auto [x, y, z] = CieXyz(kFXRgbToXyzLab, r, g, b);
+    const float fy = CieF(y);
+    return {FXColorSample(CieL(y, fy) * 2.55f), FXColorSample(500.0f * (CieF(x) - fy) + 128.0f),
+            FXColorSample(200.0f * (fy - CieF(z)) + 128.0f)};
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 // (fixed-point sums, or float steps in the reference's order), so all levels give its bytes.
 #include "framework/primitives/families/ColorConvert.h"
 
+#include "framework/primitives/families/FXColorCieVectors.h"
 #include "framework/primitives/families/FXColorVectors.h"
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
@@ -13,7 +14,7 @@ namespace {
 
 // Value is the maximum; saturation the spread over it; ties between maxima broken cyclically
 // (red over green, green over blue, blue over red).
-VI32 HsvFromRgb(VI32 pixels, const Ipp32f* reciprocal)
+TChannelBytes HsvFromRgb(VI32 pixels, const Ipp32f* reciprocal)
 {
     const VI32 r = ChannelOf(pixels, 0), g = ChannelOf(pixels, 1), b = ChannelOf(pixels, 2);
     const VI32 zero = SplatI32(0);
@@ -37,7 +38,7 @@ VI32 TruncatedSample(VF32 v)
     return RoundToI32(FloorF32(Min(Max(v, SplatF32(-1.0f)), SplatF32(256.0f))));
 }
 
-VI32 YccFromRgb(VI32 pixels)
+TChannelBytes YccFromRgb(VI32 pixels)
 {
     const VF32 r = ToF32(ChannelOf(pixels, 0)), g = ToF32(ChannelOf(pixels, 1)),
                b = ToF32(ChannelOf(pixels, 2));
@@ -59,7 +60,7 @@ IppStatus RGBToHSV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
                                             [&](VI32 p) { return HsvFromRgb(p, reciprocal); });
 }
 
-template <class T, TFXLayout L> constexpr auto& RGBToLUV = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& RGBToLUV = ConvertWith<L, LuvFromRgb>;
 
 template <class T, TFXLayout L>
 constexpr auto& RGBToXYZ = ConvertWith<L, FixedConvert<kFXRgbToXyz>>;
@@ -72,8 +73,8 @@ constexpr auto& RGBToYCbCr = ConvertWith<L, FixedConvert<kFXRgbToYCbCr>>;
 template <class T, TFXLayout L>
 constexpr auto& RGBToYUV = ConvertWith<L, FixedConvert<kFXRgbToYuv>>;
 
-template <class T, TFXLayout L> constexpr auto& BGRToLab = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& BGRToLab = ConvertWith<L, LabFromBgr>;
 
-FX_COLOR_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
+FX_KERNEL_TABLE(ColorConvert, FX_COLOR_CONVERT_PRIMITIVES)
 
 } // namespace framix::prim::FX_SIMD_NS

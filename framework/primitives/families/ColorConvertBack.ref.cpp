@@ -4,9 +4,10 @@
 // IPP's 8-bit results (docs/primitives.md).
 #include "framework/primitives/families/ColorConvertBack.h"
 
+#include "framework/primitives/families/FXColorCie.h"
 #include "framework/primitives/families/FXColorPixels.h"
 
-#include <cmath>
+#include <cstddef>
 
 namespace framix::prim::ref {
 namespace {
@@ -24,7 +25,8 @@ TFXColor RgbFromHsv(int h8, int s8, int v8)
     const int sextant = int(h);
     const float f = h - float(sextant);
     const float vs = v * s;
-    const Ipp8u m = FXColorSample(v - vs), n = FXColorSample(v - vs * f), k = FXColorSample(v - vs * (1.0f - f));
+    const Ipp8u m = FXColorSample(v - vs), n = FXColorSample(v - vs * f),
+                k = FXColorSample(v - vs * (1.0f - f));
     const Ipp8u top = Ipp8u(v8);
     switch (sextant) {
     case 0:
@@ -62,42 +64,43 @@ TFXColor RgbFromYcc(int y8, int c18, int c28)
     const float y = 1.3584f * float(y8);
     const float c1 = 2.2179f * (float(c18) - 156.0f);
     const float c2 = 1.8215f * (float(c28) - 137.0f);
-    return {FXColorSample(y + c2), FXColorSample(y - 0.194f * c1 - 0.509f * c2), FXColorSample(y + c1)};
+    return {FXColorSample(y + c2), FXColorSample(y - 0.194f * c1 - 0.509f * c2),
+            FXColorSample(y + c1)};
 }
 
-// Linear Rec.709 RGB (0 ... 1 scale) of an XYZ colour, to samples.
-TFXColor SamplesFromXyz(double x, double y, double z)
+// Linear RGB samples of an XYZ colour (X and Z over the white's for Lab), in float.
+TFXColor CieSamples(const TFXCieMatrix& m, float x, float y, float z)
 {
-    return {FXColorSample(float((3.240479 * x - 1.53715 * y - 0.498535 * z) * 255.0)),
-            FXColorSample(float((-0.969256 * x + 1.875991 * y + 0.041556 * z) * 255.0)),
-            FXColorSample(float((0.055648 * x - 0.204043 * y + 1.057311 * z) * 255.0))};
+    TFXColor out;
+    for (int i = 0; i < 3; ++i)
+        out[std::size_t(i)] = FXColorSample((m.W[i][0] * x + m.W[i][1] * y) + m.W[i][2] * z);
+    return out;
 }
 
+// The divisions by 13 L and by v' are multiplications by one reciprocal each.
 TFXColor RgbFromLuv(int l8, int u8, int v8)
 {
-    constexpr double kXn = 0.312713, kYn = 0.329016;
-    constexpr double kUn = 4 * kXn / (-2 * kXn + 12 * kYn + 3);
-    constexpr double kVn = 9 * kYn / (-2 * kXn + 12 * kYn + 3);
-    const double l = l8 * 100.0 / 255.0;
     if (l8 == 0)
         return {0, 0, 0};
-    const double u = u8 * 354.0 / 255.0 - 134.0, v = v8 * 262.0 / 255.0 - 140.0;
-    const double up = u / (13.0 * l) + kUn, vp = v / (13.0 * l) + kVn;
-    const double t = (l + 16.0) / 116.0;
-    const double y = t * t * t;
-    const double x = 9.0 * y * up / (4.0 * vp);
-    const double z = (9.0 * y - 15.0 * vp * y - vp * x) / (3.0 * vp);
-    return SamplesFromXyz(x, y, z);
+    const float l = float(l8) * float(100.0 / 255.0);
+    const float u = float(u8) * float(354.0 / 255.0) - 134.0f;
+    const float v = float(v8) * float(262.0 / 255.0) - 140.0f;
+    const float inv13l = 1.0f / (13.0f * l);
+    const float up = u * inv13l + kFXCieUn, vp = v * inv13l + kFXCieVn;
+    const float t = (l + 16.0f) * float(1.0 / 116.0);
+    const float y = (t * t) * t;
+    const float invVp = 1.0f / vp;
+    const float x = ((2.25f * y) * up) * invVp;
+    const float z = ((3.0f * y) * invVp - 5.0f * y) - x * kFXCieThird;
+    return CieSamples(kFXXyzToRgbCie, x, y, z);
 }
 
 // Written in B, G, R order.
 TFXColor BgrFromLab(int l8, int a8, int b8)
 {
-    constexpr double kXn = 0.950455, kZn = 1.088753;
-    const double l = l8 * 100.0 / 255.0;
-    const double p = (l + 16.0) / 116.0;
-    const double fx = p + (a8 - 128) / 500.0, fz = p - (b8 - 128) / 200.0;
-    const TFXColor rgb = SamplesFromXyz(kXn * fx * fx * fx, p * p * p, kZn * fz * fz * fz);
+    const float p = (float(l8) * float(100.0 / 255.0) + 16.0f) * float(1.0 / 116.0);
+    const float fx = p + float(a8 - 128) * 0.002f, fz = p - float(b8 - 128) * 0.005f;
+    const TFXColor rgb = CieSamples(kFXXyzToRgbLab, (fx * fx) * fx, (p * p) * p, (fz * fz) * fz);
     return {rgb[2], rgb[1], rgb[0]};
 }
 

@@ -4,6 +4,7 @@
 // levels give its bytes.
 #include "framework/primitives/families/ColorConvertBack.h"
 
+#include "framework/primitives/families/FXColorCieVectors.h"
 #include "framework/primitives/families/FXColorVectors.h"
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
@@ -18,7 +19,7 @@ VI32 AtLeast(VF32 a, VF32 b)
 }
 
 // Grey (S = 0) needs no case of its own: v - v * 0 * f is v in every channel.
-VI32 RgbFromHsv(VI32 pixels)
+TChannelBytes RgbFromHsv(VI32 pixels)
 {
     const VI32 v8 = ChannelOf(pixels, 2);
     const VF32 v = ToF32(v8);
@@ -44,7 +45,7 @@ VI32 RgbFromHsv(VI32 pixels)
     return PixelsOf(r, g, b);
 }
 
-VI32 RgbFromYcc(VI32 pixels)
+TChannelBytes RgbFromYcc(VI32 pixels)
 {
     const VF32 y = Mul(SplatF32(1.3584f), ToF32(ChannelOf(pixels, 0)));
     const VF32 c1 = Mul(SplatF32(2.2179f), Sub(ToF32(ChannelOf(pixels, 1)), SplatF32(156.0f)));
@@ -69,10 +70,10 @@ template <class T, TFXLayout L> constexpr auto& YCCToRGB = ConvertWith<L, RgbFro
 template <class T, TFXLayout L>
 constexpr auto& YCbCrToRGB = ConvertWith<L, FixedConvert<kFXYCbCrToRgb>>;
 
-template <class T, TFXLayout L> constexpr auto& LUVToRGB = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& LUVToRGB = ConvertWith<L, RgbFromLuv>;
 
-template <class T, TFXLayout L> constexpr auto& LabToBGR = NoVectorKernel;
+template <class T, TFXLayout L> constexpr auto& LabToBGR = ConvertWith<L, BgrFromLab>;
 
-FX_COLOR_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
+FX_KERNEL_TABLE(ColorConvertBack, FX_COLOR_CONVERT_BACK_PRIMITIVES)
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -7,7 +7,6 @@
 #include "framework/primitives/families/FXColorVectors.h"
 #include "framework/primitives/simd/FXVec.h"
 
-
 namespace framix::prim::FX_SIMD_NS {
 namespace {
 
@@ -19,14 +18,13 @@ TColorLanes HlsFromRgb(VI32 r, VI32 g, VI32 b, const Ipp32f* reciprocal)
     const VI32 chroma = CmpGt(spread, zero);
     const VI32 l = RoundToI32(Mul(ToF32(sum), SplatF32(0.5f)));
     const VI32 den = Select(CmpGt(sum, SplatI32(255)), Sub(SplatI32(510), sum), sum);
-    const VI32 s = And(
-        RoundToI32(Mul(ToF32(MulLo(spread, SplatI32(255))), Lookup(reciprocal, den))), chroma);
+    const VI32 s =
+        And(RoundToI32(Mul(ToF32(MulLo(spread, SplatI32(255))), Lookup(reciprocal, den))), chroma);
     // Red's formula where red is the maximum, else green's, else blue's.
     const VI32 isR = EqualsAtMost(hi, r), isG = EqualsAtMost(hi, g);
     const VI32 num = Select(isR, Sub(g, b), Select(isG, Sub(b, r), Sub(r, g)));
     const VI32 sextant = Select(isR, zero, Select(isG, SplatI32(2), SplatI32(4)));
-    VF32 h = Mul(Add(ToF32(sextant), Mul(ToF32(num), Lookup(reciprocal, spread))),
-                 SplatF32(42.5f));
+    VF32 h = Mul(Add(ToF32(sextant), Mul(ToF32(num), Lookup(reciprocal, spread))), SplatF32(42.5f));
     // Negative only in red's sextant with green below blue: one turn (255) up. Adding 0 leaves
     // the other lanes exact.
     h = Add(h, ToF32(And(And(isR, CmpGt(zero, num)), SplatI32(255))));
@@ -42,9 +40,9 @@ VI32 HlsChannel(VF32 h, VF32 m1, VF32 m2)
     const VF32 sixty = SplatF32(60.0f), span = Sub(m2, m1);
     const VF32 rise = Add(m1, Mul(span, Div(h, sixty)));
     const VF32 fall = Add(m1, Mul(span, Div(Sub(SplatF32(240.0f), h), sixty)));
-    const VF32 v = Select(CmpGt(sixty, h), rise,
-                          Select(CmpGt(SplatF32(180.0f), h), m2,
-                                 Select(CmpGt(SplatF32(240.0f), h), fall, m1)));
+    const VF32 v = Select(
+        CmpGt(sixty, h), rise,
+        Select(CmpGt(SplatF32(180.0f), h), m2, Select(CmpGt(SplatF32(240.0f), h), fall, m1)));
     return RoundToI32(Min(Max(Mul(v, SplatF32(255.0f)), zero), SplatF32(255.0f)));
 }
 
@@ -70,10 +68,9 @@ template <class T, TFXLayout L>
 IppStatus RGBToHLS(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
     const Ipp32f* reciprocal = ReciprocalEstimates();
-    return ConvertColorLanes<L>(pSrc, srcStep, pDst, dstStep, roiSize,
-                                [&](const TColorLanes& c) {
-                                    return HlsFromRgb(c.C0, c.C1, c.C2, reciprocal);
-                                });
+    return ConvertColorLanes<L>(pSrc, srcStep, pDst, dstStep, roiSize, [&](const TColorLanes& c) {
+        return HlsFromRgb(c.C0, c.C1, c.C2, reciprocal);
+    });
 }
 
 template <class T, TFXLayout L>

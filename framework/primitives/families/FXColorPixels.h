@@ -4,10 +4,10 @@
 #pragma once
 
 #include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/FXPrimitiveShapes.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/families/ColorHls.h"
 #include "framework/primitives/families/FXColorMatrix.h"
-#include "framework/primitives/FXPrimitiveShapes.h"
 
 #include <array>
 #include <cstddef>

@@ -11,7 +11,6 @@
 #include "framework/primitives/simd/FXVecPixels.h"
 
 #include <bit>
-#include <string_view>
 
 namespace framix::prim::FX_SIMD_NS {
 
@@ -163,7 +162,7 @@ inline VI32 FixedRow(const TWordPairs& pairs, const VI32 (&c)[3])
     return AddMultiple<FixedHigh(w[2])>(sum, c[2]);
 }
 
-template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
+template <TFXFixedMatrix M> inline TChannelBytes FixedConvert(VI32 pixels)
 {
     const TWordPairs pairs = WordPairsOf(pixels);
     const VI32 c[3] = {ChannelOf(pixels, 0), ChannelOf(pixels, 1), ChannelOf(pixels, 2)};
@@ -171,36 +170,12 @@ template <TFXFixedMatrix M> inline VI32 FixedConvert(VI32 pixels)
 }
 
 // A colour family's kernel for layout L that converts every pixel with kConvert (pixel lanes
-// -> pixel lanes); each Op names one, as `template <class T, TFXLayout L> constexpr auto& Op =
-// ConvertWith<L, Convert>;`.
+// -> PixelsOf channel bytes); each Op names one, as `template <class T, TFXLayout L> constexpr
+// auto& Op = ConvertWith<L, Convert>;`.
 template <TFXLayout L, auto kConvert>
 IppStatus ConvertWith(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi)
 {
     return ConvertPixelLanes<FXChannels(L)>(pSrc, srcStep, pDst, dstStep, roi, kConvert);
 }
 
-// The entry of a conversion without a vector kernel (never called: see FX_COLOR_KERNEL_TABLE).
-inline IppStatus NoVectorKernel(const Ipp8u*, int, Ipp8u*, int, IppiSize)
-{
-    return kFXDeclined;
-}
-
-// The conversions through the CIE spaces (LUV, Lab) have no vector kernels yet: in the colour
-// families' kernel tables their entries stay empty, so the reference runs for them.
-constexpr bool HasVectorKernel(std::string_view op)
-{
-    return op.find("LUV") == std::string_view::npos && op.find("Lab") == std::string_view::npos;
-}
-
 } // namespace framix::prim::FX_SIMD_NS
-
-#define FX_COLOR_KERNEL_ENTRY(name, Op, Shape, T, L)                                               \
-    HasVectorKernel(#Op)                                                                           \
-        ? reinterpret_cast<::framix::prim::TFXAnyFn>(&Op<T, ::framix::prim::TFXLayout::L>)         \
-        : nullptr,
-#define FX_COLOR_KERNEL_TABLE(Fam, LIST)                                                           \
-    ::framix::prim::TFXKernelTable Fam##Kernels()                                                  \
-    {                                                                                              \
-        static const ::framix::prim::TFXAnyFn kTable[] = {LIST(FX_COLOR_KERNEL_ENTRY)};            \
-        return kTable;                                                                             \
-    }

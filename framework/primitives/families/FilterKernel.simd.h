@@ -446,9 +446,10 @@ template <class T> bool ChooseEngine(const TPlan& plan, TEngine& engine)
     return true;
 }
 
-// A box: one weight everywhere, except perhaps one cell (Lowpass and Hipass 5x5, user means). On 8-bit samples with 16-bit sums it is summed separably: column sums
-// over the kernel's rows, then their sums over its columns, times the weight, plus the odd
-// cell's difference. All in wrapping 16-bit arithmetic: only the final sum must fit.
+// A box: one weight everywhere, except perhaps one cell (Lowpass and Hipass 5x5, user means). On
+// 8-bit samples with 16-bit sums it is summed separably: column sums over the kernel's rows, then
+// their sums over its columns, times the weight, plus the odd cell's difference. All in wrapping
+// 16-bit arithmetic: only the final sum must fit.
 struct TBox {
     Ipp32s Weight = 0;
     Ipp32s Odd = 0;          // the odd cell's weight minus Weight (0: none)

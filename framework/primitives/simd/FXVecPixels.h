@@ -14,14 +14,16 @@ namespace framix::prim::FX_SIMD_NS {
 
 // A pixel lane holds channel 0 in its low byte, channels 1 and 2 above it and 0 on top.
 // LoadPixels<kCh> reads exactly kCh * kLanes32 bytes; StorePixels<3> writes 3 * kLanes32 bytes,
-// StorePixels<4> the colour bytes of kLanes32 pixels (alpha kept, the lanes' top bytes ignored).
+// StorePixels<4> the colour bytes of kLanes32 pixels (alpha kept).
 //
-// Within each 128-bit block: four pixels of 3 bytes to four lanes, and back.
+// Within each 128-bit block: four pixels of 3 bytes to four lanes.
 #define FX_PIXELS3_SPREAD 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1
-#define FX_PIXELS3_GATHER 0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1
-// Word pairs for the multiply-add: channels 0 and 1, and channel 2 with a constant 1.
-#define FX_PAIR01 0, -1, 1, -1, 4, -1, 5, -1, 8, -1, 9, -1, 12, -1, 13, -1
-#define FX_PAIR2 2, -1, -1, -1, 6, -1, -1, -1, 10, -1, -1, -1, 14, -1, -1, -1
+
+// Converted pixels before their store: in each 128-bit block the bytes of channel 0 of its
+// four pixels, then of channel 1, then of channel 2, then four unused bytes.
+struct TChannelBytes {
+    VI32 Bytes;
+};
 
 #if defined(FX_SIMD_LEVEL_AVX512)
 
@@ -32,12 +34,10 @@ inline VI32 LoadPixels3(const Ipp8u* p)
         _mm512_setr_epi32(0, 1, 2, 2, 3, 4, 5, 5, 6, 7, 8, 8, 9, 10, 11, 11), v);
     return {_mm512_shuffle_epi8(blocks, _mm512_broadcast_i32x4(_mm_setr_epi8(FX_PIXELS3_SPREAD)))};
 }
-inline void StorePixels3(Ipp8u* p, VI32 v)
+inline void StoreBlocks3(Ipp8u* p, VI32 packed)
 {
-    const __m512i packed =
-        _mm512_shuffle_epi8(v.V, _mm512_broadcast_i32x4(_mm_setr_epi8(FX_PIXELS3_GATHER)));
     const __m512i ordered = _mm512_permutexvar_epi32(
-        _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 15, 15, 15, 15), packed);
+        _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 15, 15, 15, 15), packed.V);
     _mm512_mask_storeu_epi8(p, __mmask64(0xFFFFFFFFFFFFull), ordered);
 }
 inline VI32 LoadPixels4(const Ipp8u* p)
@@ -68,17 +68,25 @@ inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 {
     return {_mm512_madd_epi16(pairs.V, weights.V)};
 }
-// Three channel lanes saturated to 0 ... 255 (any 32-bit value), as pixel lanes.
-inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
+// Three channel lanes saturated to 0 ... 255 (any 32-bit value), as channel bytes.
+inline TChannelBytes PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
     const __m512i bytes =
         _mm512_packus_epi16(_mm512_packs_epi32(c0.V, c1.V), _mm512_packs_epi32(c2.V, c2.V));
-    return ShuffleBytes({bytes},
-                        _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+    return {{bytes}};
 }
 inline VF32 FloorF32(VF32 v)
 {
     return {_mm512_roundscale_ps(v.V, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC)};
+}
+
+inline VI32 BitsOf(VF32 v)
+{
+    return {_mm512_castps_si512(v.V)};
+}
+inline VF32 FloatOfBits(VI32 v)
+{
+    return {_mm512_castsi512_ps(v.V)};
 }
 
 #elif defined(FX_SIMD_LEVEL_AVX2)
@@ -92,12 +100,10 @@ inline VI32 LoadPixels3(const Ipp8u* p)
     return {_mm256_shuffle_epi8(v, _mm256_setr_epi8(FX_PIXELS3_SPREAD, 4, 5, 6, -1, 7, 8, 9, -1, 10,
                                                     11, 12, -1, 13, 14, 15, -1))};
 }
-inline void StorePixels3(Ipp8u* p, VI32 v)
+inline void StoreBlocks3(Ipp8u* p, VI32 packed)
 {
-    const __m256i packed =
-        _mm256_shuffle_epi8(v.V, _mm256_setr_epi8(FX_PIXELS3_GATHER, FX_PIXELS3_GATHER));
     const __m256i ordered =
-        _mm256_permutevar8x32_epi32(packed, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
+        _mm256_permutevar8x32_epi32(packed.V, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(ordered));
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 16), _mm256_extracti128_si256(ordered, 1));
 }
@@ -132,16 +138,24 @@ inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 {
     return {_mm256_madd_epi16(pairs.V, weights.V)};
 }
-inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
+inline TChannelBytes PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
     const __m256i bytes =
         _mm256_packus_epi16(_mm256_packs_epi32(c0.V, c1.V), _mm256_packs_epi32(c2.V, c2.V));
-    return ShuffleBytes({bytes},
-                        _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+    return {{bytes}};
 }
 inline VF32 FloorF32(VF32 v)
 {
     return {_mm256_floor_ps(v.V)};
+}
+
+inline VI32 BitsOf(VF32 v)
+{
+    return {_mm256_castps_si256(v.V)};
+}
+inline VF32 FloatOfBits(VI32 v)
+{
+    return {_mm256_castsi256_ps(v.V)};
 }
 
 #else // SSE4.1
@@ -154,11 +168,10 @@ inline VI32 LoadPixels3(const Ipp8u* p)
         _mm_insert_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), last, 2);
     return {_mm_shuffle_epi8(v, _mm_setr_epi8(FX_PIXELS3_SPREAD))};
 }
-inline void StorePixels3(Ipp8u* p, VI32 v)
+inline void StoreBlocks3(Ipp8u* p, VI32 packed)
 {
-    const __m128i packed = _mm_shuffle_epi8(v.V, _mm_setr_epi8(FX_PIXELS3_GATHER));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), packed);
-    const Ipp32s last = _mm_extract_epi32(packed, 2);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), packed.V);
+    const Ipp32s last = _mm_extract_epi32(packed.V, 2);
     std::memcpy(p + 8, &last, 4);
 }
 inline VI32 LoadPixels4(const Ipp8u* p)
@@ -192,16 +205,24 @@ inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 {
     return {_mm_madd_epi16(pairs.V, weights.V)};
 }
-inline VI32 PixelsOf(VI32 c0, VI32 c1, VI32 c2)
+inline TChannelBytes PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
     const __m128i bytes =
         _mm_packus_epi16(_mm_packs_epi32(c0.V, c1.V), _mm_packs_epi32(c2.V, c2.V));
-    return ShuffleBytes({bytes},
-                        _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1, 3, 7, 11, -1));
+    return {{bytes}};
 }
 inline VF32 FloorF32(VF32 v)
 {
     return {_mm_floor_ps(v.V)};
+}
+
+inline VI32 BitsOf(VF32 v)
+{
+    return {_mm_castps_si128(v.V)};
+}
+inline VF32 FloatOfBits(VI32 v)
+{
+    return {_mm_castsi128_ps(v.V)};
 }
 
 #endif
@@ -214,12 +235,16 @@ template <int kCh> inline VI32 LoadPixels(const Ipp8u* p)
         return LoadPixels4(p);
 }
 
-template <int kCh> inline void StorePixels(Ipp8u* p, VI32 v)
+// One byte shuffle takes channel bytes to the stored order: twelve packed bytes per block for
+// three channels, pixel lanes for four.
+template <int kCh> inline void StorePixels(Ipp8u* p, TChannelBytes v)
 {
     if constexpr (kCh == 3)
-        StorePixels3(p, v);
+        StoreBlocks3(p, ShuffleBytes(v.Bytes, _mm_setr_epi8(0, 4, 8, 1, 5, 9, 2, 6, 10, 3, 7, 11,
+                                                            -1, -1, -1, -1)));
     else
-        StorePixels4(p, v);
+        StorePixels4(p, ShuffleBytes(v.Bytes, _mm_setr_epi8(0, 4, 8, -1, 1, 5, 9, -1, 2, 6, 10, -1,
+                                                            3, 7, 11, -1)));
 }
 
 // Channel c (0 ... 2) of pixel lanes.
@@ -228,24 +253,24 @@ inline VI32 ChannelOf(VI32 pixels, int c)
     return And(ShiftRightI32(pixels, 8 * c), SplatI32(0xFF));
 }
 
-// The word pairs (channel 0, channel 1) and (channel 2, 1) of pixel lanes, for MulAddWords.
+// The word pairs (channel 0, channel 1) and (channel 2, 1) of pixel lanes, for MulAddWords. By
+// masks and shifts rather than byte shuffles, which compete with the loads' and stores' for one
+// execution port.
 struct TWordPairs {
     VI32 P01, P2;
 };
 inline TWordPairs WordPairsOf(VI32 pixels)
 {
-    return {ShuffleBytes(pixels, _mm_setr_epi8(FX_PAIR01)),
-            OrI32(ShuffleBytes(pixels, _mm_setr_epi8(FX_PAIR2)), SplatI32(1 << 16))};
+    const VI32 c0 = And(pixels, SplatI32(0xFF));
+    const VI32 c1 = ShiftLeftI32(And(pixels, SplatI32(0xFF00)), 8);
+    return {OrI32(c0, c1), OrI32(ShiftRightI32(pixels, 16), SplatI32(1 << 16))};
 }
 
 #undef FX_PIXELS3_SPREAD
-#undef FX_PIXELS3_GATHER
-#undef FX_PAIR01
-#undef FX_PAIR2
 
-// Runs convert (pixel lanes -> pixel lanes) over every pixel of an image of kCh channels (3, or
-// 4 with alpha kept). Full vectors go straight between the rows; a row's last pixels through a
-// small buffer, so no byte outside the row is read or written.
+// Runs convert (pixel lanes -> PixelsOf's channel bytes) over every pixel of an image of kCh
+// channels (3, or 4 with alpha kept). Full vectors go straight between the rows; a row's last
+// pixels through a small buffer, so no byte outside the row is read or written.
 template <int kCh, class Convert>
 inline IppStatus ConvertPixelLanes(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
                                    IppiSize roi, Convert convert)
