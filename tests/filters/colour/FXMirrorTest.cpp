@@ -48,6 +48,27 @@ TEST(FXMirror, AlphaIsNotMirrored_Intentional)
     EXPECT_EQ(FXAlphaOf(out), (TBytes{10, 20, 30}));
 }
 
+// Tall four-channel frames are mirrored in bands of rows: every axis against a plain loop.
+TEST(FXMirror, TallFourChannelFramesMatchAPlainMirror)
+{
+    const int w = 5, h = 71;
+    const FXImageBufferPtr input = FXRandomFrame(w, h, vfRGB32, 9, w * 4 + 8);
+    const TBytes in = FXBytesOf(*input);
+    for (TFXMirrorType type : {mtHorizontal, mtVertical, mtBoth}) {
+        TColourRig<TFXMirror> rig;
+        rig.Filter.SetMirrorType(type);
+        TBytes expected = in;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x) {
+                const int sy = type == mtVertical ? y : h - 1 - y;
+                const int sx = type == mtHorizontal ? x : w - 1 - x;
+                for (int c = 0; c < 3; ++c)
+                    expected[std::size_t((y * w + x) * 4 + c)] = in[std::size_t((sy * w + sx) * 4 + c)];
+            }
+        EXPECT_EQ(FXBytesOf(*rig.Run(input)), expected) << type;
+    }
+}
+
 TEST(FXMirror, BothTwiceReturnsTheInputWithPaddedRowsInEveryFormat)
 {
     for (TFXVideoFormat format : {vfRGB24, vfRGB32, vfGray8, vfGray16}) {
