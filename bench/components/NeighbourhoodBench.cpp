@@ -7,12 +7,11 @@
 #include <random>
 #include <string>
 
+#include "bench/support/FXComponentBench.h"
 #include "filters/neighbourhood/FXBoxFilter.h"
 #include "filters/neighbourhood/FXFixedFilter.h"
 #include "filters/neighbourhood/FXGaussianBlur.h"
 #include "filters/neighbourhood/FXRectKernelFilter.h"
-#include "framework/FXGenericSink.h"
-#include "framework/FXGraph.h"
 #include "framework/FXMakeGaussianKernel.h"
 #include "framework/primitives/dispatch/Fxbasicdispatcher.h"
 #include "framework/primitives/dispatch/Fxdispatcher.h"
@@ -25,76 +24,8 @@
 namespace framix {
 namespace {
 
-constexpr int kWidth = 1920;
-constexpr int kHeight = 1080;
-
-class TFXBenchSource : public TKTComponent {
-public:
-    explicit TFXBenchSource(TKTComponent* owner)
-        : TKTComponent(owner), Output(*this, "OutputPin", Lock(), nullptr)
-    {
-    }
-    TFXPXImageSourcePin Output;
-};
-
-FXImageBufferPtr RandomFrame(TFXVideoFormat format)
-{
-    FXImageBufferPtr frame = new TFXImageBuffer(kWidth, kHeight, format);
-    std::mt19937 random(7);
-    std::uint8_t* p = frame->GetWritePointer();
-    for (int y = 0; y < kHeight; ++y)
-        for (int x = 0; x < frame->GetRowStride(); ++x)
-            p[std::ptrdiff_t(y) * frame->GetRowStride() + x] = std::uint8_t(random());
-    return frame;
-}
-
-void CountFrames(benchmark::State& state)
-{
-    state.counters["fps"] =
-        benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
-}
-
-// The component between a source pin and a sink, fed the same frame again and again.
-template <class T>
-void RunComponent(benchmark::State& state, TFXVideoFormat format,
-                  const std::function<void(T&)>& configure)
-{
-    TFXGraph graph;
-    auto* source = new TFXBenchSource(&graph);
-    auto* component = new T(&graph);
-    configure(*component);
-    component->GetImageInputPin().SetSourcePin(&source->Output);
-    auto* sink = new TFXGenericSink(&graph);
-    sink->OnProcessImage = [](TFXGenericSink&, IFXImageBuffer&) {};
-    sink->GetImageInputPin().SetSourcePin(&component->GetImageOutputPin());
-    source->Output.Notify(TPXStartFrameOperation(kWidth, kHeight, 400000, format));
-    const TPXSuppliedBufferOperation op(RandomFrame(format));
-    for (int i = 0; i < 3; ++i) // warm the pools
-        source->Output.Notify(op);
-    for (auto _ : state)
-        source->Output.Notify(op);
-    CountFrames(state);
-}
-
-// The primitive calls alone, on the region the component hands them: the frame less `reach`.
-using TFXPrimitiveCall = std::function<void(const std::uint8_t* src, int srcStep, std::uint8_t* dst,
-                                            int dstStep, IppiSize roi)>;
-
-void RunPrimitive(benchmark::State& state, TFXVideoFormat format, TFXMaskReach reach,
-                  const TFXPrimitiveCall& call)
-{
-    FXFormatInfo(format);
-    const FXImageBufferPtr in = RandomFrame(format);
-    const FXImageBufferPtr out = RandomFrame(format);
-    const int bpp = in->GetBytesPerPixel();
-    const std::uint8_t* src =
-        in->GetReadPointer() + reach.Top * in->GetRowStride() + reach.Left * bpp;
-    std::uint8_t* dst = out->GetWritePointer() + reach.Top * out->GetRowStride() + reach.Left * bpp;
-    const IppiSize roi{kWidth - reach.Left - reach.Right, kHeight - reach.Top - reach.Bottom};
-    for (auto _ : state)
-        call(src, in->GetRowStride(), dst, out->GetRowStride(), roi);
-    CountFrames(state);
-}
+using namespace bench;
+using TFXPrimitiveCall = TFXBenchCall;
 
 template <class T> const T* As(const std::uint8_t* p)
 {
@@ -211,33 +142,6 @@ TFXPrimitiveCall FixedFilter(TFXVideoFormat f, TFXFixedFilterType type)
 // ---------------------------------------------------------------- OpenCV
 
 #if FRAMIX_HAVE_OPENCV
-int CvType(TFXVideoFormat f)
-{
-    switch (f) {
-    case vfRGB24:
-        return CV_8UC3;
-    case vfRGB32:
-        return CV_8UC4;
-    case vfGray8:
-        return CV_8UC1;
-    default:
-        return CV_16UC1;
-    }
-}
-
-void RunOpenCV(benchmark::State& state, TFXVideoFormat format,
-               const std::function<void(const cv::Mat&, cv::Mat&)>& call)
-{
-    cv::setNumThreads(1);
-    const FXImageBufferPtr frame = RandomFrame(format);
-    const cv::Mat in(kHeight, kWidth, CvType(format),
-                     const_cast<std::uint8_t*>(frame->GetReadPointer()),
-                     std::size_t(frame->GetRowStride()));
-    cv::Mat out(kHeight, kWidth, CvType(format));
-    for (auto _ : state)
-        call(in, out);
-    CountFrames(state);
-}
 #endif
 
 // ---------------------------------------------------------------- registration
@@ -260,7 +164,7 @@ std::vector<TFXCase> Cases()
         TFXCase c;
         c.Name = "FXGaussianBlur/" + std::string(taps == 5 ? "default" : "7x7");
         c.Component = [taps](benchmark::State& s, TFXVideoFormat f) {
-            RunComponent<TFXGaussianBlur>(s, f, [taps](TFXGaussianBlur& b) {
+            FXRunComponent<TFXGaussianBlur>(s, f, [taps](TFXGaussianBlur& b) {
                 b.GetKernel().SetWidth(std::uint16_t(taps));
                 b.GetKernel().SetHeight(std::uint16_t(taps));
             });
@@ -282,7 +186,7 @@ std::vector<TFXCase> Cases()
         TFXCase c;
         c.Name = "FXRectKernelFilter/" + std::string(side == 3 ? "default" : "7x7");
         c.Component = [side](benchmark::State& s, TFXVideoFormat f) {
-            RunComponent<TFXRectKernelFilter>(s, f, [side](TFXRectKernelFilter& k) {
+            FXRunComponent<TFXRectKernelFilter>(s, f, [side](TFXRectKernelFilter& k) {
                 k.GetMaskSize().SetWidth(std::uint16_t(side));
                 k.GetMaskSize().SetHeight(std::uint16_t(side));
                 for (int y = 0; y < side; ++y)
@@ -304,7 +208,7 @@ std::vector<TFXCase> Cases()
         TFXCase c;
         c.Name = "FXBoxFilter/" + std::string(side == 3 ? "default" : "7x7");
         c.Component = [side](benchmark::State& s, TFXVideoFormat f) {
-            RunComponent<TFXBoxFilter>(s, f, [side](TFXBoxFilter& b) {
+            FXRunComponent<TFXBoxFilter>(s, f, [side](TFXBoxFilter& b) {
                 b.GetMaskSize().SetWidth(std::uint16_t(side));
                 b.GetMaskSize().SetHeight(std::uint16_t(side));
             });
@@ -320,7 +224,7 @@ std::vector<TFXCase> Cases()
         TFXCase c;
         c.Name = "FXFixedFilter/" + std::string(type == ftPrewittHoriz ? "default" : "sobel");
         c.Component = [type](benchmark::State& s, TFXVideoFormat f) {
-            RunComponent<TFXFixedFilter>(s, f,
+            FXRunComponent<TFXFixedFilter>(s, f,
                                          [type](TFXFixedFilter& x) { x.SetFilterType(type); });
         };
         c.Reach = [] { return TFXMaskReach{2, 2, 2, 2}; };
@@ -353,13 +257,13 @@ const bool kRegistered = [] {
             })->Unit(benchmark::kMillisecond);
             benchmark::RegisterBenchmark((base + "/primitive").c_str(), [&c,
                                                                          f](benchmark::State& s) {
-                RunPrimitive(s, f, c.Reach(), c.Primitive(f));
+                FXRunPrimitive(s, f, c.Primitive(f), c.Reach());
             })->Unit(benchmark::kMillisecond);
 #if FRAMIX_HAVE_OPENCV
             if (f != vfGray16 || c.OpenCVGray16)
                 benchmark::RegisterBenchmark((base + "/opencv").c_str(), [&c,
                                                                           f](benchmark::State& s) {
-                    RunOpenCV(s, f, c.OpenCV);
+                    FXRunOpenCv(s, f, c.OpenCV);
                 })->Unit(benchmark::kMillisecond);
 #endif
         }

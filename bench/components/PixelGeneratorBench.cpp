@@ -3,10 +3,6 @@
 // component, the primitive it calls alone, and OpenCV's nearest operation (single-threaded).
 #include <benchmark/benchmark.h>
 
-#ifdef FRAMIX_HAVE_OPENCV
-#include <opencv2/core.hpp>
-#endif
-
 #include <string>
 
 #include "bench/support/FXComponentBench.h"
@@ -82,32 +78,6 @@ void RunGenerator(benchmark::State& state, const std::function<void(T&)>& config
     FXCountFrames(state);
 }
 
-#ifdef FRAMIX_HAVE_OPENCV
-int CvType(TFXVideoFormat format)
-{
-    switch (format) {
-    case vfRGB24: return CV_8UC3;
-    case vfRGB32: return CV_8UC4;
-    case vfGray8: return CV_8UC1;
-    default: return CV_16UC1;
-    }
-}
-
-void RunOpenCv(benchmark::State& state, TFXVideoFormat format,
-               const std::function<void(const cv::Mat&, cv::Mat&)>& op)
-{
-    cv::setNumThreads(1);
-    const FXImageBufferPtr frame = FXBenchFrame(format);
-    const cv::Mat in(kBenchHeight, kBenchWidth, CvType(format),
-                     const_cast<std::uint8_t*>(frame->GetReadPointer()),
-                     std::size_t(frame->GetRowStride()));
-    cv::Mat out(kBenchHeight, kBenchWidth, CvType(format));
-    for (auto _ : state)
-        op(in, out);
-    FXCountFrames(state);
-}
-#endif
-
 void RegisterAll()
 {
     for (const TFXVideoFormat f : kFormats) {
@@ -135,16 +105,16 @@ void RegisterAll()
             FXRunPrimitive(s, f, [&](const std::uint8_t*, int, std::uint8_t* dst, int ds,
                                      IppiSize roi) { UniformNoise(dst, ds, roi, f, &seed); });
         });
-#ifdef FRAMIX_HAVE_OPENCV
+#if FRAMIX_HAVE_OPENCV
         FXRegisterBench("Components/Mirror/" + fmt + "/opencv", [f](benchmark::State& s) {
-            RunOpenCv(s, f, [](const cv::Mat& in, cv::Mat& out) { cv::flip(in, out, 1); });
+            FXRunOpenCv(s, f, [](const cv::Mat& in, cv::Mat& out) { cv::flip(in, out, 1); });
         });
         // OpenCV draws the noise into a frame; adding it costs one more pass on top.
         FXRegisterBench("Components/GaussNoise/" + fmt + "/opencv", [f](benchmark::State& s) {
-            RunOpenCv(s, f, [](const cv::Mat&, cv::Mat& out) { cv::randn(out, 0, 100); });
+            FXRunOpenCv(s, f, [](const cv::Mat&, cv::Mat& out) { cv::randn(out, 0, 100); });
         });
         FXRegisterBench("Components/UniformNoise/" + fmt + "/opencv", [f](benchmark::State& s) {
-            RunOpenCv(s, f, [](const cv::Mat&, cv::Mat& out) { cv::randu(out, 0, 256); });
+            FXRunOpenCv(s, f, [](const cv::Mat&, cv::Mat& out) { cv::randu(out, 0, 256); });
         });
 #endif
     }

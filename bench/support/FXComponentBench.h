@@ -5,6 +5,10 @@
 
 #include <benchmark/benchmark.h>
 
+#if FRAMIX_HAVE_OPENCV
+#include <opencv2/core.hpp>
+#endif
+
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -110,6 +114,35 @@ inline const char* FXBenchFormatName(TFXVideoFormat format)
     default: return "vfGray16";
     }
 }
+
+#if FRAMIX_HAVE_OPENCV
+// OpenCV's matrix type for a frame format.
+inline int FXCvType(TFXVideoFormat format)
+{
+    switch (format) {
+    case vfRGB24: return CV_8UC3;
+    case vfRGB32: return CV_8UC4;
+    case vfGray8: return CV_8UC1;
+    default: return CV_16UC1;
+    }
+}
+
+// Runs an OpenCV operation, single-threaded, on a random frame (wrapped, not copied) and an
+// output matrix of the same type.
+inline void FXRunOpenCv(benchmark::State& state, TFXVideoFormat format,
+                        const std::function<void(const cv::Mat&, cv::Mat&)>& op)
+{
+    cv::setNumThreads(1);
+    const FXImageBufferPtr frame = FXBenchFrame(format);
+    const cv::Mat in(kBenchHeight, kBenchWidth, FXCvType(format),
+                     const_cast<std::uint8_t*>(frame->GetReadPointer()),
+                     std::size_t(frame->GetRowStride()));
+    cv::Mat out(kBenchHeight, kBenchWidth, FXCvType(format));
+    for (auto _ : state)
+        op(in, out);
+    FXCountFrames(state);
+}
+#endif
 
 // Registers fn under `name`, timed in milliseconds.
 inline void FXRegisterBench(const std::string& name, std::function<void(benchmark::State&)> fn)
