@@ -195,6 +195,24 @@ TFXImageBuffer::TFXImageBuffer(const std::uint8_t* pixels, int width, int height
 
 TFXImageBuffer::TFXImageBuffer(const IFXImageBuffer& source) { CopyFrom(source); }
 
+namespace {
+
+// An explicit row stride must hold a row and whole samples: 16-bit samples are never split
+// across rows, so every sample sits at an even address for the primitives that read it.
+void CheckRowStride(const char* what, int stride, int rowBytes, TFXVideoFormat format)
+{
+    if (stride < rowBytes)
+        throw EFXError(std::string(what) + " " + std::to_string(stride) +
+                       " is smaller than a row of " + std::to_string(rowBytes) + " bytes");
+    const int sampleBytes = FXFormatInfo(format).BytesPerSample;
+    if (stride % sampleBytes != 0)
+        throw EFXError(std::string(what) + " " + std::to_string(stride) + " splits the " +
+                       std::to_string(sampleBytes) + "-byte samples of " +
+                       std::string(FXVideoFormatName(format)));
+}
+
+} // namespace
+
 TFXImageBuffer::TFXImageBuffer(const TFXDataBlock& block)
 {
     CheckSize(block.Width, block.Height);
@@ -206,9 +224,8 @@ TFXImageBuffer::TFXImageBuffer(const TFXDataBlock& block)
     if (block.RowStride && info.PlaneCount > 1)
         throw EFXError("A planar data block must be packed");
     const int rowBytes = FXPlaneGeometry(block.Format, block.Width, block.Height, 0).RowBytes;
-    if (block.RowStride && block.RowStride < rowBytes)
-        throw EFXError("Data block stride " + std::to_string(block.RowStride) +
-                       " is smaller than a row of " + std::to_string(rowBytes) + " bytes");
+    if (block.RowStride)
+        CheckRowStride("Data block stride", block.RowStride, rowBytes, block.Format);
     FWidth = block.Width;
     FHeight = block.Height;
     FFormat = block.Format;
@@ -282,10 +299,7 @@ void TFXImageBuffer::Reshape(int width, int height, TFXVideoFormat format, int r
         for (int i = 0; i < info.PlaneCount; ++i) {
             const TFXPlaneGeometry g = FXPlaneGeometry(format, width, height, i);
             if (i == 0 && rowStride) {
-                if (rowStride < g.RowBytes)
-                    throw EFXError("Row stride " + std::to_string(rowStride) +
-                                   " is smaller than a row of " + std::to_string(g.RowBytes) +
-                                   " bytes");
+                CheckRowStride("Row stride", rowStride, g.RowBytes, format);
                 stride[i] = rowStride;
             } else {
                 stride[i] = int(AlignUp(std::size_t(g.RowBytes)));

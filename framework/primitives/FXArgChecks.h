@@ -22,10 +22,13 @@ inline long long FXRowBytes(int width, int channels, int sampleBytes)
 }
 
 // Common prefix of every image primitive: null pointers, then a non-positive ROI, then steps
-// smaller than the row they must hold (IPP reports a non-positive step the same way).
+// smaller than the row they must hold (IPP reports a non-positive step the same way), then
+// steps of 16-bit, 32-bit and float images that are not whole samples (ippStsNotEvenStepErr:
+// IPP reports it for many such functions; we report it for all, so no sample is ever read or
+// written at a misaligned address).
 inline IppStatus FXCheckImages(const void* pSrc, int srcStep, long long srcRowBytes,
                                const void* pDst, int dstStep, long long dstRowBytes,
-                               IppiSize roiSize)
+                               IppiSize roiSize, int srcSampleBytes, int dstSampleBytes)
 {
     if (pSrc == nullptr || pDst == nullptr)
         return ippStsNullPtrErr;
@@ -33,6 +36,8 @@ inline IppStatus FXCheckImages(const void* pSrc, int srcStep, long long srcRowBy
         return ippStsSizeErr;
     if (srcStep <= 0 || dstStep <= 0 || srcStep < srcRowBytes || dstStep < dstRowBytes)
         return ippStsStepErr;
+    if (srcStep % srcSampleBytes != 0 || dstStep % dstSampleBytes != 0)
+        return ippStsNotEvenStepErr;
     return ippStsNoErr;
 }
 
@@ -42,7 +47,8 @@ IppStatus FXCheckMaskFilter(const T* pSrc, int srcStep, T* pDst, int dstStep, Ip
                             IppiSize maskSize, IppiPoint anchor)
 {
     const long long row = FXRowBytes(dstRoiSize.width, FXChannels(L), sizeof(T));
-    if (IppStatus s = FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, dstRoiSize);
+    if (IppStatus s =
+            FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, dstRoiSize, sizeof(T), sizeof(T));
         s != ippStsNoErr)
         return s;
     if (FXNonPositive(maskSize))
@@ -58,7 +64,8 @@ IppStatus FXCheckOddMaskFilter(const T* pSrc, int srcStep, T* pDst, int dstStep,
                                IppiSize dstRoiSize, IppiSize maskSize, IppiPoint anchor)
 {
     const long long row = FXRowBytes(dstRoiSize.width, FXChannels(L), sizeof(T));
-    if (IppStatus s = FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, dstRoiSize);
+    if (IppStatus s =
+            FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, dstRoiSize, sizeof(T), sizeof(T));
         s != ippStsNoErr)
         return s;
     if (FXNonPositive(maskSize) || maskSize.width % 2 == 0 || maskSize.height % 2 == 0)
@@ -81,7 +88,8 @@ IppStatus FXCheckKernel1D(const T* pSrc, int srcStep, T* pDst, int dstStep, Ippi
     const long long dstRow = FXRowBytes(dstRoiSize.width, FXChannels(L), sizeof(T));
     const long long srcRow =
         Row ? FXRowBytes(dstRoiSize.width + kernelSize - 1, FXChannels(L), sizeof(T)) : dstRow;
-    if (IppStatus s = FXCheckImages(pSrc, srcStep, srcRow, pDst, dstStep, dstRow, dstRoiSize);
+    if (IppStatus s = FXCheckImages(pSrc, srcStep, srcRow, pDst, dstStep, dstRow, dstRoiSize,
+                                    sizeof(T), sizeof(T));
         s != ippStsNoErr)
         return s;
     // Intel's headers list no anchor error here; we reject an anchor outside the kernel because
@@ -174,7 +182,8 @@ IppStatus FXCheckKernelFilter(const T* pSrc, int srcStep, T* pDst, int dstStep, 
     if (FXNonPositive(dstRoiSize) || FXNonPositive(kernelSize))
         return ippStsSizeErr;
     const long long row = FXRowBytes(dstRoiSize.width, FXChannels(L), sizeof(T));
-    if (IppStatus s = FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, dstRoiSize);
+    if (IppStatus s =
+            FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, dstRoiSize, sizeof(T), sizeof(T));
         s != ippStsNoErr)
         return s;
     if (divisor == 0)
@@ -192,7 +201,7 @@ template <class T, TFXLayout L>
 IppStatus FXCheckFixedFilter(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
     const long long row = FXRowBytes(roiSize.width, FXChannels(L), sizeof(T));
-    return FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize);
+    return FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize, sizeof(T), sizeof(T));
 }
 
 // Fixed kernels chosen by mask code: 3x3 or 5x5, anything else is a mask size error.
@@ -215,7 +224,7 @@ IppStatus FXCheckPointImages(const void* pSrc, int srcStep, const void* pDst, in
 {
     return FXCheckImages(pSrc, srcStep, FXRowBytes(roiSize.width, FXSrcChannels(L), sizeof(TSrc)),
                          pDst, dstStep, FXRowBytes(roiSize.width, FXDstChannels(L), sizeof(TDst)),
-                         roiSize);
+                         roiSize, sizeof(TSrc), sizeof(TDst));
 }
 
 // Pixel-wise maps (colour conversions, copies, also between layouts); a channel-of-interest
@@ -244,7 +253,8 @@ IppStatus FXCheckColorConvertC3P3(const T* pSrc, int srcStep, T* pDst[3], int ds
     if (FXAnyNullPlane(pDst))
         return ippStsNullPtrErr;
     return FXCheckImages(pSrc, srcStep, FXRowBytes(roiSize.width, FXChannels(L), sizeof(T)),
-                         pDst[0], dstStep, FXRowBytes(roiSize.width, 1, sizeof(T)), roiSize);
+                         pDst[0], dstStep, FXRowBytes(roiSize.width, 1, sizeof(T)), roiSize,
+                         sizeof(T), sizeof(T));
 }
 
 template <class T, TFXLayout L>
@@ -254,7 +264,8 @@ IppStatus FXCheckColorConvertP3C3(const T* pSrc[3], int srcStep, T* pDst, int ds
     if (FXAnyNullPlane(pSrc))
         return ippStsNullPtrErr;
     return FXCheckImages(pSrc[0], srcStep, FXRowBytes(roiSize.width, 1, sizeof(T)), pDst, dstStep,
-                         FXRowBytes(roiSize.width, FXChannels(L), sizeof(T)), roiSize);
+                         FXRowBytes(roiSize.width, FXChannels(L), sizeof(T)), roiSize, sizeof(T),
+                         sizeof(T));
 }
 
 template <class T, TFXLayout L>
@@ -266,9 +277,10 @@ IppStatus FXCheckColorTwist(const T* pSrc, int srcStep, T* pDst, int dstStep, Ip
     return FXCheckPixelMap<T, L>(pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
-// One image, no source (set, in-place and generated images): null pointer, size, step.
+// One image, no source (set, in-place and generated images): null pointer, size, step, whole
+// samples per step.
 inline IppStatus FXCheckImage(const void* pDst, int dstStep, long long dstRowBytes,
-                              IppiSize roiSize)
+                              IppiSize roiSize, int sampleBytes)
 {
     if (pDst == nullptr)
         return ippStsNullPtrErr;
@@ -276,6 +288,8 @@ inline IppStatus FXCheckImage(const void* pDst, int dstStep, long long dstRowByt
         return ippStsSizeErr;
     if (dstStep <= 0 || dstStep < dstRowBytes)
         return ippStsStepErr;
+    if (dstStep % sampleBytes != 0)
+        return ippStsNotEvenStepErr;
     return ippStsNoErr;
 }
 
@@ -292,7 +306,7 @@ template <class T, TFXLayout L>
 IppStatus FXCheckSetScalar(T, T* pDst, int dstStep, IppiSize roiSize)
 {
     return FXCheckImage(pDst, dstStep, FXRowBytes(roiSize.width, FXChannels(L), sizeof(T)),
-                        roiSize);
+                        roiSize, sizeof(T));
 }
 
 template <class T, TFXLayout L>
@@ -384,7 +398,8 @@ template <class T, TFXLayout L>
 IppStatus FXCheckPackRgb16(const T* pSrc, int srcStep, Ipp16u* pDst, int dstStep, IppiSize roiSize)
 {
     return FXCheckImages(pSrc, srcStep, FXRowBytes(roiSize.width, FXChannels(L), sizeof(T)), pDst,
-                         dstStep, FXRowBytes(roiSize.width, 1, sizeof(Ipp16u)), roiSize);
+                         dstStep, FXRowBytes(roiSize.width, 1, sizeof(Ipp16u)), roiSize, sizeof(T),
+                         sizeof(Ipp16u));
 }
 
 template <class T, TFXLayout L>

@@ -24,6 +24,8 @@ IppStatus CheckHistograms(const T* pSrc, int srcStep, IppiSize roiSize, Ipp32s* 
     const long long row = FXRowBytes(roiSize.width, FXChannels(L), sizeof(T));
     if (srcStep <= 0 || srcStep < row)
         return ippStsStepErr;
+    if (srcStep % int(sizeof(T)) != 0)
+        return ippStsNotEvenStepErr;
     for (int c = 0; c < FXProcessedChannels(L); ++c)
         if (nLevels[c] < 2)
             return ippStsHistoNofLevelsErr;

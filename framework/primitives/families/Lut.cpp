@@ -20,7 +20,8 @@ IppStatus CheckTables(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize
         if (pValues[c] == nullptr || pLevels[c] == nullptr)
             return ippStsNullPtrErr;
     const long long row = FXRowBytes(roiSize.width, FXChannels(L), sizeof(T));
-    if (IppStatus s = FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize);
+    if (IppStatus s =
+            FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize, sizeof(T), sizeof(T));
         s != ippStsNoErr)
         return s;
     for (int c = 0; c < FXProcessedChannels(L); ++c)
@@ -55,7 +56,8 @@ IppStatus CheckPalette(const T* pSrc, int srcStep, Ipp32u* pDst, int dstStep, Ip
     if (nBitSize < 1 || nBitSize > 8 * int(sizeof(T)))
         return ippStsOutOfRangeErr;
     return FXCheckImages(pSrc, srcStep, FXRowBytes(roiSize.width, 1, sizeof(T)), pDst, dstStep,
-                         FXRowBytes(roiSize.width, 1, sizeof(Ipp32u)), roiSize);
+                         FXRowBytes(roiSize.width, 1, sizeof(Ipp32u)), roiSize, sizeof(T),
+                         sizeof(Ipp32u));
 }
 
 } // namespace

@@ -14,7 +14,7 @@ IppStatus CheckOneLimit(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
     if (threshold == nullptr || value == nullptr)
         return ippStsNullPtrErr;
     const long long row = FXRowBytes(roiSize.width, FXChannels(L), sizeof(T));
-    return FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize);
+    return FXCheckImages(pSrc, srcStep, row, pDst, dstStep, row, roiSize, sizeof(T), sizeof(T));
 }
 
 // As above, and no lower limit above its channel's upper limit.
