@@ -86,15 +86,14 @@ void TFXColorTwist::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuffe
     const std::uint8_t* source = input.GetReadPointer();
     std::uint8_t* destination = output.GetWritePointer();
     const auto& matrix = FColorTwists.Matrix();
-    if (detail::FXIsRGB32(input)) {
-        ipp::ippiColorTwist32f_8u_AC4R(source, input.GetRowStride(), destination,
-                                       output.GetRowStride(), detail::FXRoiOf(input), matrix);
-        detail::FXCopyAlpha(source, input.GetRowStride(), destination, output.GetRowStride(),
-                            detail::FXRoiOf(input));
-    } else {
-        ipp::ippiColorTwist32f_8u_C3R(source, input.GetRowStride(), destination,
-                                      output.GetRowStride(), detail::FXRoiOf(input), matrix);
-    }
+    const bool rgb32 = detail::FXIsRGB32(input);
+    detail::FXRunKeepingAlpha(rgb32, source, input.GetRowStride(), destination,
+                              output.GetRowStride(), detail::FXRoiOf(input),
+                              [&](const Ipp8u* s, int ss, Ipp8u* d, int ds, IppiSize roi) {
+                                  return (rgb32 ? ipp::ippiColorTwist32f_8u_AC4R
+                                                : ipp::ippiColorTwist32f_8u_C3R)(s, ss, d, ds,
+                                                                                 roi, matrix);
+                              });
 }
 
 void RegisterFXColorTwist(TFXPalette& palette)

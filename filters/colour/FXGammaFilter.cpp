@@ -42,16 +42,11 @@ void TFXGammaFilter::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
     std::uint8_t* destination = output.GetWritePointer();
     const int sourceStride = input.GetRowStride(), destinationStride = output.GetRowStride();
     const IppiSize roi = detail::FXRoiOf(input);
-    if (detail::FXIsRGB32(input)) {
-        const auto gamma = FGammaType == gtInverse ? ipp::ippiGammaInv_8u_AC4R
-                                                   : ipp::ippiGammaFwd_8u_AC4R;
-        gamma(source, sourceStride, destination, destinationStride, roi);
-        detail::FXCopyAlpha(source, sourceStride, destination, destinationStride, roi);
-    } else {
-        const auto gamma = FGammaType == gtInverse ? ipp::ippiGammaInv_8u_C3R
-                                                   : ipp::ippiGammaFwd_8u_C3R;
-        gamma(source, sourceStride, destination, destinationStride, roi);
-    }
+    const bool rgb32 = detail::FXIsRGB32(input), inverse = FGammaType == gtInverse;
+    const auto gamma = rgb32 ? (inverse ? ipp::ippiGammaInv_8u_AC4R : ipp::ippiGammaFwd_8u_AC4R)
+                             : (inverse ? ipp::ippiGammaInv_8u_C3R : ipp::ippiGammaFwd_8u_C3R);
+    detail::FXRunKeepingAlpha(rgb32, source, sourceStride, destination, destinationStride, roi,
+                              gamma);
 }
 
 void RegisterFXGammaFilter(TFXPalette& palette)

@@ -122,28 +122,23 @@ void TFXThreshold::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuffer
     Ipp8u* destination = output.GetWritePointer();
     const int sourceStride = input.GetRowStride(), destinationStride = output.GetRowStride();
     const IppiSize roi = detail::FXRoiOf(input);
-    IppStatus status;
-    if (top && bottom)
-        status = (rgb32 ? ipp::ippiThreshold_LTValGTVal_8u_AC4R
-                        : ipp::ippiThreshold_LTValGTVal_8u_C3R)(
-            source, sourceStride, destination, destinationStride, roi, lower.Bytes,
-            lowerValue.Bytes, upper.Bytes, upperValue.Bytes);
-    else if (top)
-        status = (rgb32 ? ipp::ippiThreshold_GTVal_8u_AC4R : ipp::ippiThreshold_GTVal_8u_C3R)(
-            source, sourceStride, destination, destinationStride, roi, upper.Bytes,
-            upperValue.Bytes);
-    else
-        status = (rgb32 ? ipp::ippiThreshold_LTVal_8u_AC4R : ipp::ippiThreshold_LTVal_8u_C3R)(
-            source, sourceStride, destination, destinationStride, roi, lower.Bytes,
-            lowerValue.Bytes);
+    const IppStatus status = detail::FXRunKeepingAlpha(
+        rgb32, source, sourceStride, destination, destinationStride, roi,
+        [&](const Ipp8u* s, int ss, Ipp8u* d, int ds, IppiSize r) {
+            if (top && bottom)
+                return (rgb32 ? ipp::ippiThreshold_LTValGTVal_8u_AC4R
+                              : ipp::ippiThreshold_LTValGTVal_8u_C3R)(
+                    s, ss, d, ds, r, lower.Bytes, lowerValue.Bytes, upper.Bytes, upperValue.Bytes);
+            if (top)
+                return (rgb32 ? ipp::ippiThreshold_GTVal_8u_AC4R : ipp::ippiThreshold_GTVal_8u_C3R)(
+                    s, ss, d, ds, r, upper.Bytes, upperValue.Bytes);
+            return (rgb32 ? ipp::ippiThreshold_LTVal_8u_AC4R : ipp::ippiThreshold_LTVal_8u_C3R)(
+                s, ss, d, ds, r, lower.Bytes, lowerValue.Bytes);
+        });
     // A refused call (a lower limit above its upper one) writes nothing: the output stays the
     // input, as it was before the call.
-    if (status != ippStsNoErr) {
+    if (status != ippStsNoErr)
         output.CopyFrom(input);
-        return;
-    }
-    if (rgb32)
-        detail::FXCopyAlpha(source, sourceStride, destination, destinationStride, roi);
 }
 
 void RegisterFXThreshold(TFXPalette& palette)

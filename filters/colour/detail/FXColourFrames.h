@@ -12,16 +12,45 @@
 namespace framix::detail {
 
 // Copies byte 3 of every four-byte pixel from `source` to `destination` (the alpha channel of
-// vfRGB32 frames), row by row with each side's stride.
+// vfRGB32 frames), row by row with each side's stride. Whole pixels are merged as words so the
+// loop vectorises.
 inline void FXCopyAlpha(const std::uint8_t* source, int sourceStride, std::uint8_t* destination,
                         int destinationStride, IppiSize size)
 {
     for (int y = 0; y < size.height; ++y) {
-        const std::uint8_t* in = source + std::ptrdiff_t(y) * sourceStride + 3;
-        std::uint8_t* out = destination + std::ptrdiff_t(y) * destinationStride + 3;
-        for (int x = 0; x < size.width; ++x)
-            out[4 * x] = in[4 * x];
+        const std::uint8_t* in = source + std::ptrdiff_t(y) * sourceStride;
+        std::uint8_t* out = destination + std::ptrdiff_t(y) * destinationStride;
+        for (int x = 0; x < size.width; ++x) {
+            std::uint32_t a, b;
+            std::memcpy(&a, in + 4 * x, 4);
+            std::memcpy(&b, out + 4 * x, 4);
+            b = (b & 0x00FFFFFFu) | (a & 0xFF000000u);
+            std::memcpy(out + 4 * x, &b, 4);
+        }
     }
+}
+
+// Runs `call(source, sourceStride, destination, destinationStride, roi)` (an AC4 primitive)
+// strip by strip and copies each strip's alpha from the source while it is still in cache; a
+// three-channel frame goes to `call` whole. Returns the first status that is not ippStsNoErr.
+template <class Call>
+IppStatus FXRunKeepingAlpha(bool rgb32, const std::uint8_t* source, int sourceStride,
+                            std::uint8_t* destination, int destinationStride, IppiSize roi,
+                            Call&& call)
+{
+    if (!rgb32)
+        return call(source, sourceStride, destination, destinationStride, roi);
+    constexpr int kStripRows = 4;
+    for (int y = 0; y < roi.height; y += kStripRows) {
+        const IppiSize strip{roi.width, roi.height - y < kStripRows ? roi.height - y : kStripRows};
+        const std::uint8_t* s = source + std::ptrdiff_t(y) * sourceStride;
+        std::uint8_t* d = destination + std::ptrdiff_t(y) * destinationStride;
+        if (const IppStatus status = call(s, sourceStride, d, destinationStride, strip);
+            status != ippStsNoErr)
+            return status;
+        FXCopyAlpha(s, sourceStride, d, destinationStride, strip);
+    }
+    return ippStsNoErr;
 }
 
 // Round to nearest (halves to even) with an upper limit of 255 only: a result below 0 keeps its
