@@ -6,6 +6,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "framework/FXImageBuffer.h"
 #include "framework/primitives/FXIppTypes.h"
 
@@ -20,7 +24,17 @@ inline void FXCopyAlpha(const std::uint8_t* source, int sourceStride, std::uint8
     for (int y = 0; y < size.height; ++y) {
         const std::uint8_t* in = source + std::ptrdiff_t(y) * sourceStride;
         std::uint8_t* out = destination + std::ptrdiff_t(y) * destinationStride;
-        for (int x = 0; x < size.width; ++x) {
+        int x = 0;
+#if defined(__SSE2__)
+        const __m128i alpha = _mm_set1_epi32(int(0xFF000000u));
+        for (; x + 4 <= size.width; x += 4) {
+            const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + 4 * x));
+            __m128i* at = reinterpret_cast<__m128i*>(out + 4 * x);
+            const __m128i b = _mm_loadu_si128(at);
+            _mm_storeu_si128(at, _mm_or_si128(_mm_andnot_si128(alpha, b), _mm_and_si128(alpha, a)));
+        }
+#endif
+        for (; x < size.width; ++x) {
             std::uint32_t a, b;
             std::memcpy(&a, in + 4 * x, 4);
             std::memcpy(&b, out + 4 * x, 4);

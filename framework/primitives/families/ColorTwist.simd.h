@@ -3,8 +3,8 @@
 // time are split into blue, green and red byte vectors, each output channel is summed in single
 // precision in the reference's order (t0 c0 + t1 c1, + t2 c2, + t3; no fused multiply-add),
 // rounded to nearest (halves to even, the processors' default) and saturated. Bytes move with
-// 128-bit shuffles (every level has them); the sums use the level's widest float vectors. The
-// gamma curves are tables: their kernels decline, so the reference runs.
+// 128-bit shuffles (every level has them); the sums use the level's widest float vectors.
+// Gamma maps samples through the shared tables.
 #include "framework/primitives/families/ColorTwist.h"
 
 #include "framework/primitives/FXImageRows.h"
@@ -208,17 +208,39 @@ IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
     return ippStsNoErr;
 }
 
-// The gamma curves are table look-ups: the reference is as fast as a vector kernel would be.
-template <class T, TFXLayout L>
-IppStatus GammaFwd(const T*, int, T*, int, IppiSize)
+// Gamma: every colour sample through the curve's table; a three-channel row is one run of
+// samples.
+template <TFXLayout L>
+IppStatus MapThroughTable(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+                          const Ipp8u* table)
 {
-    return kFXDeclined;
+    for (int y = 0; y < roi.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        if constexpr (FXChannels(L) == 3) {
+            for (int i = 0; i < roi.width * 3; ++i)
+                out[i] = table[in[i]];
+        } else {
+            for (int x = 0; x < roi.width * 4; x += 4) {
+                out[x] = table[in[x]];
+                out[x + 1] = table[in[x + 1]];
+                out[x + 2] = table[in[x + 2]];
+            }
+        }
+    }
+    return ippStsNoErr;
 }
 
 template <class T, TFXLayout L>
-IppStatus GammaInv(const T*, int, T*, int, IppiSize)
+IppStatus GammaFwd(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
-    return kFXDeclined;
+    return MapThroughTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, FXGammaTable(true).data());
+}
+
+template <class T, TFXLayout L>
+IppStatus GammaInv(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+{
+    return MapThroughTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, FXGammaTable(false).data());
 }
 
 FX_KERNEL_TABLE(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)
