@@ -54,7 +54,7 @@ IppStatus FXRunKeepingAlpha(bool rgb32, const std::uint8_t* source, int sourceSt
 {
     if (!rgb32)
         return call(source, sourceStride, destination, destinationStride, roi);
-    constexpr int kStripRows = 4;
+    constexpr int kStripRows = 32;
     for (int y = 0; y < roi.height; y += kStripRows) {
         const IppiSize strip{roi.width, roi.height - y < kStripRows ? roi.height - y : kStripRows};
         const std::uint8_t* s = source + std::ptrdiff_t(y) * sourceStride;
