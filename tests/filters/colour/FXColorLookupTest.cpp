@@ -15,6 +15,14 @@ using test::FXFrameOf;
 using test::TBytes;
 using test::TColourRig;
 
+// Red (channel 2) through (0, 255), (256, 0); the other channels without points.
+void InvertRed(TFXLookupTables& tables, TFXColorLookupMode mode)
+{
+    tables.SetLookupMode(mode);
+    tables.GetColorChannel(2).Add(0, 255);
+    tables.GetColorChannel(2).Add(256, 0);
+}
+
 TEST(FXColorLookup, WithoutPointsTheFramePassesUntouched)
 {
     TColourRig<TFXColorLookup> rig;
@@ -25,10 +33,7 @@ TEST(FXColorLookup, WithoutPointsTheFramePassesUntouched)
 TEST(FXColorLookup, LinearRedCurveInvertsRedAndKeepsTheOtherChannels)
 {
     TColourRig<TFXColorLookup> rig;
-    TFXLookupTables& tables = rig.Filter.GetLookupTables();
-    tables.SetLookupMode(clmLinear);
-    tables.GetColorChannel(2).Add(0, 255);
-    tables.GetColorChannel(2).Add(256, 0);
+    InvertRed(rig.Filter.GetLookupTables(), clmLinear);
     // Red x -> 255 - x * 255 / 256, rounded: 0 -> 255, 128 -> 127.5 -> 128, 255 -> 0.75 -> 1.
     EXPECT_EQ(rig.Run(3, 1, vfRGB24, {0, 0, 0, 128, 128, 128, 255, 255, 255}),
               (TBytes{0, 0, 255, 128, 128, 128, 255, 255, 1}));
@@ -41,10 +46,7 @@ TEST(FXColorLookup, LinearRedCurveInvertsRedAndKeepsTheOtherChannels)
 TEST(FXColorLookup, StepModeMapsUntouchedChannelsToZero_Intentional)
 {
     TColourRig<TFXColorLookup> rig;
-    TFXLookupTables& tables = rig.Filter.GetLookupTables();
-    tables.SetLookupMode(clmStep);
-    tables.GetColorChannel(2).Add(0, 255);
-    tables.GetColorChannel(2).Add(256, 0);
+    InvertRed(rig.Filter.GetLookupTables(), clmStep);
     EXPECT_EQ(rig.Run(2, 1, vfRGB32, {10, 20, 30, 40, 200, 100, 255, 9}),
               (TBytes{0, 0, 255, 0, 0, 0, 255, 0}));
 }
@@ -129,8 +131,7 @@ TEST(FXColorLookup, TablesSortBySelectionAndBatchChanges)
 TEST(FXColorLookup, AssignCopiesValuesWithoutLevels_Intentional)
 {
     TColourRig<TFXColorLookup> a, b;
-    a.Filter.GetLookupTables().GetColorChannel(2).Add(0, 255);
-    a.Filter.GetLookupTables().GetColorChannel(2).Add(256, 0);
+    InvertRed(a.Filter.GetLookupTables(), clmCubic);
     b.Filter.SetLookupTables(a.Filter.GetLookupTables());
     TFXLookupTable& copy = b.Filter.GetLookupTables().GetColorChannel(2);
     EXPECT_EQ(copy.GetCount(), 2);
