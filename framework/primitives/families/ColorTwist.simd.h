@@ -98,8 +98,10 @@ inline TFloats ClampF(TFloats v)
 }
 inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
 {
-    for (int k = 0; k < kParts; ++k)
-        out[k] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 4 * k)));
+    out[0] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(bytes));
+    out[1] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 4)));
+    out[2] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 8)));
+    out[3] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 12)));
 }
 inline __m128i ToBytes(const TFloats (&v)[kParts])
 {
