@@ -574,8 +574,21 @@ void TFXGraphLoader::CheckForCycles(const std::vector<TLink>& links)
         const TKTComponent* Component;
         std::size_t Edge;
     };
-    for (const auto& [start, unused] : next) {
-        if (state[start] != Unseen)
+    // Starts in creation order (depth first through the tree), not by address, so the cycle
+    // reported, and the line named, is the same from run to run.
+    std::vector<const TKTComponent*> order;
+    std::vector<const TKTComponent*> pending{FRoot};
+    while (!pending.empty()) {
+        const TKTComponent* c = pending.back();
+        pending.pop_back();
+        order.push_back(c);
+        const auto& children = c->GetComponents();
+        pending.insert(pending.end(), children.rbegin(), children.rend());
+    }
+    for (const auto& [source, unused] : next)  // any owner outside the tree, last
+        order.push_back(source);
+    for (const TKTComponent* start : order) {
+        if (!next.count(start) || state[start] != Unseen)
             continue;
         std::vector<TFrame> stack{{start, 0}};
         state[start] = Open;
