@@ -70,7 +70,7 @@ void RunComponent(benchmark::State& state, TFXVideoFormat format,
     sink->GetImageInputPin().SetSourcePin(&filter->GetImageOutputPin());
     source->Output.Notify(TPXStartFrameOperation(kWidth, kHeight, 400000, format));
     const FXImageBufferPtr frame = RandomFrame(format);
-    source->Output.SendBuffer(frame);  // warm: pools and working memory
+    source->Output.SendBuffer(frame); // warm: pools and working memory
     const std::uint64_t allocations = FXHeapAllocations();
     for (auto _ : state)
         source->Output.SendBuffer(frame);
@@ -88,8 +88,7 @@ void RunPrimitive(benchmark::State& state, TFXVideoFormat format,
     FXImageBufferPtr out = new TFXImageBuffer(kWidth, kHeight, format);
     Ipp8u* dst = out->GetWritePointer();
     for (auto _ : state) {
-        call(in->GetReadPointer(), in->GetRowStride(), dst, out->GetRowStride(),
-             {kWidth, kHeight});
+        call(in->GetReadPointer(), in->GetRowStride(), dst, out->GetRowStride(), {kWidth, kHeight});
         benchmark::ClobberMemory();
     }
     Rate(state);
@@ -97,20 +96,23 @@ void RunPrimitive(benchmark::State& state, TFXVideoFormat format,
 
 void Register(const std::string& name, std::function<void(benchmark::State&)> fn)
 {
-    benchmark::RegisterBenchmark(name.c_str(), [fn](benchmark::State& s) { fn(s); })
-        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark(name.c_str(), [fn](benchmark::State& s) {
+        fn(s);
+    })->Unit(benchmark::kMillisecond);
 }
 
 const char* Name(TFXVideoFormat format)
 {
-    return format == vfRGB24 ? "vfRGB24" : format == vfRGB32 ? "vfRGB32" : format == vfGray8 ? "vfGray8" : "vfGray16";
+    return format == vfRGB24   ? "vfRGB24"
+           : format == vfRGB32 ? "vfRGB32"
+           : format == vfGray8 ? "vfGray8"
+                               : "vfGray16";
 }
 
 // ---------------------------------------------------------------- settings
 
-const float kSepia[3][4] = {{0.131f, 0.534f, 0.272f, 0.0f},
-                            {0.168f, 0.686f, 0.349f, 0.0f},
-                            {0.189f, 0.769f, 0.393f, 0.0f}};
+const float kSepia[3][4] = {
+    {0.131f, 0.534f, 0.272f, 0.0f}, {0.168f, 0.686f, 0.349f, 0.0f}, {0.189f, 0.769f, 0.393f, 0.0f}};
 
 void SetSepia(TFXColorTwist& twist)
 {
@@ -145,7 +147,7 @@ void SetCurves(TFXColorLookup& lookup, TFXColorLookupMode mode, int top)
         Register("ippiColorTwist32f/" + n, [f, c4](auto& s) {
             RunPrimitive(s, f, [c4](const Ipp8u* a, int as, Ipp8u* b, int bs, IppiSize r) {
                 (c4 ? ipp::ippiColorTwist32f_8u_AC4R : ipp::ippiColorTwist32f_8u_C3R)(a, as, b, bs,
-                                                                                    r, kSepia);
+                                                                                      r, kSepia);
             });
         });
         Register("FXGammaFilter/" + n + "/forward",
@@ -240,8 +242,9 @@ void RunOpenCv(benchmark::State& state, int type, const std::function<void(cv::M
             RunOpenCv(s, type, [table](cv::Mat& a, cv::Mat& b) { cv::LUT(a, table, b); });
         });
         Register("opencv/threshold/" + n, [type](auto& s) {
-            RunOpenCv(s, type,
-                      [](cv::Mat& a, cv::Mat& b) { cv::threshold(a, b, 128, 0, cv::THRESH_TOZERO_INV); });
+            RunOpenCv(s, type, [](cv::Mat& a, cv::Mat& b) {
+                cv::threshold(a, b, 128, 0, cv::THRESH_TOZERO_INV);
+            });
         });
         Register("opencv/cvtColor-HLS-roundtrip/" + n, [type](auto& s) {
             RunOpenCv(s, type, [type](cv::Mat& a, cv::Mat& b) {

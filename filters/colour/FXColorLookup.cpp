@@ -276,8 +276,7 @@ void TFXLookupTables::DefineProperties(TFXFiler& filer)
 
 // ---------------------------------------------------------------- the component
 
-TFXColorLookup::TFXColorLookup(TKTComponent* owner)
-    : TFXCommonFilter(owner), FLookupTables(Lock())
+TFXColorLookup::TFXColorLookup(TKTComponent* owner) : TFXCommonFilter(owner), FLookupTables(Lock())
 {
 }
 
@@ -341,9 +340,8 @@ void TFXColorLookup::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
         if (format == vfGray8) {
             const Ipp8u* s = source;
             Ipp8u* d = destination;
-            status = mode == clmStep
-                         ? ipp::ippiLUT_8u_C1R(s, sourceStride, d, destinationStride, roi,
-                                               sortedValues, sortedLevels, count)
+            status = mode == clmStep ? ipp::ippiLUT_8u_C1R(s, sourceStride, d, destinationStride,
+                                                           roi, sortedValues, sortedLevels, count)
                      : mode == clmLinear
                          ? ipp::ippiLUT_Linear_8u_C1R(s, sourceStride, d, destinationStride, roi,
                                                       sortedValues, sortedLevels, count)
@@ -352,9 +350,8 @@ void TFXColorLookup::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
         } else {
             const auto* s = reinterpret_cast<const Ipp16u*>(source);
             auto* d = reinterpret_cast<Ipp16u*>(destination);
-            status = mode == clmStep
-                         ? ipp::ippiLUT_16u_C1R(s, sourceStride, d, destinationStride, roi,
-                                                sortedValues, sortedLevels, count)
+            status = mode == clmStep ? ipp::ippiLUT_16u_C1R(s, sourceStride, d, destinationStride,
+                                                            roi, sortedValues, sortedLevels, count)
                      : mode == clmLinear
                          ? ipp::ippiLUT_Linear_16u_C1R(s, sourceStride, d, destinationStride, roi,
                                                        sortedValues, sortedLevels, count)
@@ -362,15 +359,14 @@ void TFXColorLookup::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
                                                       sortedValues, cubicLevels, count);
         }
     } else {
-        const auto lut = format == vfRGB32
-                             ? (mode == clmStep     ? ipp::ippiLUT_8u_C4R
-                                : mode == clmLinear ? ipp::ippiLUT_Linear_8u_C4R
-                                                    : ipp::ippiLUT_Cubic_8u_C4R)
-                             : (mode == clmStep     ? ipp::ippiLUT_8u_C3R
-                                : mode == clmLinear ? ipp::ippiLUT_Linear_8u_C3R
-                                                    : ipp::ippiLUT_Cubic_8u_C3R);
-        status = lut(source, sourceStride, destination, destinationStride, roi, values, levels,
-                     counts);
+        const auto lut = format == vfRGB32 ? (mode == clmStep     ? ipp::ippiLUT_8u_C4R
+                                              : mode == clmLinear ? ipp::ippiLUT_Linear_8u_C4R
+                                                                  : ipp::ippiLUT_Cubic_8u_C4R)
+                                           : (mode == clmStep     ? ipp::ippiLUT_8u_C3R
+                                              : mode == clmLinear ? ipp::ippiLUT_Linear_8u_C3R
+                                                                  : ipp::ippiLUT_Cubic_8u_C3R);
+        status =
+            lut(source, sourceStride, destination, destinationStride, roi, values, levels, counts);
     }
     // A refused call (a table of one point) writes nothing: the output stays the input.
     if (status != ippStsNoErr)

@@ -60,10 +60,7 @@ const TFXClassInfo& TFXColorTwists::ClassInfo()
 
 // ---------------------------------------------------------------- the component
 
-TFXColorTwist::TFXColorTwist(TKTComponent* owner)
-    : TFXCommonFilter(owner), FColorTwists(Lock())
-{
-}
+TFXColorTwist::TFXColorTwist(TKTComponent* owner) : TFXCommonFilter(owner), FColorTwists(Lock()) {}
 
 const TFXClassInfo& TFXColorTwist::ClassInfo()
 {
@@ -87,13 +84,12 @@ void TFXColorTwist::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuffe
     std::uint8_t* destination = output.GetWritePointer();
     const auto& matrix = FColorTwists.Matrix();
     const bool rgb32 = detail::FXIsRGB32(input);
-    detail::FXRunKeepingAlpha(rgb32, source, input.GetRowStride(), destination,
-                              output.GetRowStride(), detail::FXRoiOf(input),
-                              [&](const Ipp8u* s, int ss, Ipp8u* d, int ds, IppiSize roi) {
-                                  return (rgb32 ? ipp::ippiColorTwist32f_8u_AC4R
-                                                : ipp::ippiColorTwist32f_8u_C3R)(s, ss, d, ds,
-                                                                                 roi, matrix);
-                              });
+    detail::FXRunKeepingAlpha(
+        rgb32, source, input.GetRowStride(), destination, output.GetRowStride(),
+        detail::FXRoiOf(input), [&](const Ipp8u* s, int ss, Ipp8u* d, int ds, IppiSize roi) {
+            return (rgb32 ? ipp::ippiColorTwist32f_8u_AC4R
+                          : ipp::ippiColorTwist32f_8u_C3R)(s, ss, d, ds, roi, matrix);
+        });
 }
 
 void RegisterFXColorTwist(TFXPalette& palette)

@@ -14,15 +14,13 @@ class TFXColorTwists;
 // index follows a pixel's byte order (Blue 0, Green 1, Red 2, Offset 3).
 class TFXColorChannelTwist : public TKTPersistent {
 public:
-    static constexpr TFXFloatProp kRed{.Name = "Red",
-                                       .Help = "weight of the input's red byte",
-                                       .Flags = pfStored | pfNoDefault};
+    static constexpr TFXFloatProp kRed{
+        .Name = "Red", .Help = "weight of the input's red byte", .Flags = pfStored | pfNoDefault};
     static constexpr TFXFloatProp kGreen{.Name = "Green",
                                          .Help = "weight of the input's green byte",
                                          .Flags = pfStored | pfNoDefault};
-    static constexpr TFXFloatProp kBlue{.Name = "Blue",
-                                        .Help = "weight of the input's blue byte",
-                                        .Flags = pfStored | pfNoDefault};
+    static constexpr TFXFloatProp kBlue{
+        .Name = "Blue", .Help = "weight of the input's blue byte", .Flags = pfStored | pfNoDefault};
     static constexpr TFXFloatProp kOffset{.Name = "Offset",
                                           .Help = "constant added, in 0-255 byte units",
                                           .Flags = pfStored | pfNoDefault};
@@ -72,9 +70,9 @@ public:
 private:
     // Intentional: no initial matrix. A fresh twist outputs black (alpha kept).
     float FMatrix[3][4] = {};
-    TFXColorChannelTwist FRed;    // row 2
-    TFXColorChannelTwist FGreen;  // row 1
-    TFXColorChannelTwist FBlue;   // row 0
+    TFXColorChannelTwist FRed;   // row 2
+    TFXColorChannelTwist FGreen; // row 1
+    TFXColorChannelTwist FBlue;  // row 0
 };
 
 // Applies ColorTwists to every pixel: out[c] = m[c][0] B + m[c][1] G + m[c][2] R + m[c][3],

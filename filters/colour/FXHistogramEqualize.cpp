@@ -95,8 +95,8 @@ void TFXHistogramEqualize::GrayScale16Operation(IFXImageBuffer& input, IFXImageB
     FTable16.resize(0x10000);
     const IppiSize roi = detail::FXRoiOf(input);
     ipp::ippiHistogramEven_16u_C1R(reinterpret_cast<const Ipp16u*>(input.GetReadPointer()),
-                                   input.GetRowStride(), roi, FCounts[0].data(),
-                                   FLevels[0].data(), 0x10000, 0, 65535);
+                                   input.GetRowStride(), roi, FCounts[0].data(), FLevels[0].data(),
+                                   0x10000, 0, 65535);
     BuildTable(FCounts[0], std::int64_t(roi.width) * roi.height, 65535.0, FTable16.data());
 
     const std::uint8_t* in = input.GetReadPointer();
@@ -129,7 +129,7 @@ void TFXHistogramEqualize::RGBOperation(IFXImageBuffer& input, IFXImageBuffer& o
     const int workStride = FWork->GetRowStride();
     const std::uint8_t* source = input.GetReadPointer();
     (rgb32 ? ipp::ippiRGBToHLS_8u_AC4R : ipp::ippiRGBToHLS_8u_C3R)(source, input.GetRowStride(),
-                                                                  work, workStride, roi);
+                                                                   work, workStride, roi);
 
     Ipp32s* counts[3] = {FCounts[0].data(), FCounts[1].data(), FCounts[2].data()};
     Ipp32s* levels[3] = {FLevels[0].data(), FLevels[1].data(), FLevels[2].data()};
@@ -145,8 +145,8 @@ void TFXHistogramEqualize::RGBOperation(IFXImageBuffer& input, IFXImageBuffer& o
             lightness[x] = FTable[lightness[x]];
     }
     std::uint8_t* destination = output.GetWritePointer();
-    (rgb32 ? ipp::ippiHLSToRGB_8u_AC4R : ipp::ippiHLSToRGB_8u_C3R)(
-        work, workStride, destination, output.GetRowStride(), roi);
+    (rgb32 ? ipp::ippiHLSToRGB_8u_AC4R : ipp::ippiHLSToRGB_8u_C3R)(work, workStride, destination,
+                                                                   output.GetRowStride(), roi);
     if (rgb32)
         detail::FXCopyAlpha(source, input.GetRowStride(), destination, output.GetRowStride(), roi);
 }

@@ -38,8 +38,8 @@ private:
     void BuildTable(const std::vector<std::int32_t>& counts, std::int64_t pixels, double top,
                     T* table);
 
-    FXImageBufferPtr FWork;                 // the HLS form of colour frames
-    std::vector<std::int32_t> FCounts[3];   // per channel; only lightness is used for colour
+    FXImageBufferPtr FWork;               // the HLS form of colour frames
+    std::vector<std::int32_t> FCounts[3]; // per channel; only lightness is used for colour
     std::vector<std::int32_t> FLevels[3];
     std::vector<std::uint16_t> FTable16;
     std::array<std::uint8_t, 256> FTable{};

@@ -40,7 +40,8 @@ TFXImageAdjust::TFXImageAdjust(TKTComponent* owner)
                    [this](TPXFloatStatePin& p, float v) { ContrastChangeEvent(p, v); }),
       FSaturationPin(*this, "SaturationPin", Lock(),
                      [this](TPXFloatStatePin& p, float v) { SaturationChangeEvent(p, v); }),
-      FHuePin(*this, "HuePin", Lock(), [this](TPXFloatStatePin& p, float v) { HueChangeEvent(p, v); }),
+      FHuePin(*this, "HuePin", Lock(),
+              [this](TPXFloatStatePin& p, float v) { HueChangeEvent(p, v); }),
       FLightnessPin(*this, "LightnessPin", Lock(),
                     [this](TPXFloatStatePin& p, float v) { LightnessChangeEvent(p, v); })
 {
@@ -98,11 +99,26 @@ float TFXImageAdjust::GetLightness() const
     return FLightness;
 }
 
-void TFXImageAdjust::SetBrightness(float value) { SetAndShow(FBrightness, FBrightnessPin, value); }
-void TFXImageAdjust::SetContrast(float value) { SetAndShow(FContrast, FContrastPin, value); }
-void TFXImageAdjust::SetSaturation(float value) { SetAndShow(FSaturation, FSaturationPin, value); }
-void TFXImageAdjust::SetHue(float value) { SetAndShow(FHue, FHuePin, value); }
-void TFXImageAdjust::SetLightness(float value) { SetAndShow(FLightness, FLightnessPin, value); }
+void TFXImageAdjust::SetBrightness(float value)
+{
+    SetAndShow(FBrightness, FBrightnessPin, value);
+}
+void TFXImageAdjust::SetContrast(float value)
+{
+    SetAndShow(FContrast, FContrastPin, value);
+}
+void TFXImageAdjust::SetSaturation(float value)
+{
+    SetAndShow(FSaturation, FSaturationPin, value);
+}
+void TFXImageAdjust::SetHue(float value)
+{
+    SetAndShow(FHue, FHuePin, value);
+}
+void TFXImageAdjust::SetLightness(float value)
+{
+    SetAndShow(FLightness, FLightnessPin, value);
+}
 
 // Stores under the lock and shows the value on the pin, so a value that arrived through the pin
 // is written back as the same number.
@@ -132,7 +148,7 @@ void TFXImageAdjust::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuff
     const TTable tone = ScaleTable(FContrast, BrightnessOffset(FBrightness));
     TTable hls[3];
     if (colourStage) {
-        hls[0] = ScaleTable(FHue, 0);  // Intentional: the hue is multiplied, not rotated
+        hls[0] = ScaleTable(FHue, 0); // Intentional: the hue is multiplied, not rotated
         hls[1] = ScaleTable(FLightness, 0);
         hls[2] = ScaleTable(FSaturation, 0);
     }

@@ -35,13 +35,13 @@ const TFXClassInfo& TFXThresholdValue::ClassInfo()
 {
     using T = TFXThresholdValue;
     static constexpr TFXPropInfo kProps[] = {
-        FXProp<&TKTOptionalEnabledPersistent::GetEnabled, &TKTOptionalEnabledPersistent::SetEnabled>(
-            kEnabled),
+        FXProp<&TKTOptionalEnabledPersistent::GetEnabled,
+               &TKTOptionalEnabledPersistent::SetEnabled>(kEnabled),
         FXProp<&T::GetThreshold, &T::SetThreshold>(kThreshold),
         FXProp<&T::GetValue, &T::SetValue>(kValue),
     };
-    static const TFXClassInfo info{"TFXThresholdValue",
-                                   &TKTOptionalEnabledPersistent::ClassInfo(), kProps};
+    static const TFXClassInfo info{"TFXThresholdValue", &TKTOptionalEnabledPersistent::ClassInfo(),
+                                   kProps};
     return info;
 }
 
@@ -51,7 +51,10 @@ std::uint32_t TFXThresholdValue::GetThreshold() const
     return FThreshold;
 }
 
-void TFXThresholdValue::SetThreshold(std::uint32_t value) { Lock().Store(FThreshold, value); }
+void TFXThresholdValue::SetThreshold(std::uint32_t value)
+{
+    Lock().Store(FThreshold, value);
+}
 
 std::uint32_t TFXThresholdValue::GetValue() const
 {
@@ -59,7 +62,10 @@ std::uint32_t TFXThresholdValue::GetValue() const
     return FValue;
 }
 
-void TFXThresholdValue::SetValue(std::uint32_t value) { Lock().Store(FValue, value); }
+void TFXThresholdValue::SetValue(std::uint32_t value)
+{
+    Lock().Store(FValue, value);
+}
 
 TFXThresholdValueTop::TFXThresholdValueTop(TKTPersistent* owner, IKTLock& lock)
     : TFXThresholdValue(owner, lock)

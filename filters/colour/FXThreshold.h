@@ -71,7 +71,10 @@ public:
     TFXThresholdValueTop& GetThresholdTop() { return FThresholdTop; }
     void SetThresholdTop(const TFXThresholdValueTop& value) { FThresholdTop.Assign(value); }
     TFXThresholdValueBottom& GetThresholdBottom() { return FThresholdBottom; }
-    void SetThresholdBottom(const TFXThresholdValueBottom& value) { FThresholdBottom.Assign(value); }
+    void SetThresholdBottom(const TFXThresholdValueBottom& value)
+    {
+        FThresholdBottom.Assign(value);
+    }
 
 protected:
     void SetVideoFormat(IFXImageBuffer& buffer) override;

@@ -16,7 +16,8 @@ class TTestPanel : public TKTComponent {
 public:
     explicit TTestPanel(TKTComponent* owner)
         : TKTComponent(owner), FLevel(*this, "LevelPin", Lock()),
-          FSwitch(*this, "SwitchPin", Lock(), [this](TPXBoolStatePin&, bool v) { Seen.push_back(v); })
+          FSwitch(*this, "SwitchPin", Lock(),
+                  [this](TPXBoolStatePin&, bool v) { Seen.push_back(v); })
     {
     }
     static const TFXClassInfo& ClassInfo()

@@ -71,9 +71,9 @@ IppStatus FXRunKeepingAlpha(bool rgb32, const std::uint8_t* source, int sourceSt
 // low eight bits, as a byte store of the rounded integer does.
 inline std::uint8_t FXRoundCapWrap(double v)
 {
-    if (!(v < 1.0e18))  // also NaN, which finite settings cannot produce
+    if (!(v < 1.0e18)) // also NaN, which finite settings cannot produce
         return 255;
-    if (v < -1.0e18)    // beyond 2^53 every low bit of a double is zero
+    if (v < -1.0e18) // beyond 2^53 every low bit of a double is zero
         return 0;
     const std::int64_t r = std::int64_t(std::nearbyint(v));
     return r > 255 ? 255 : std::uint8_t(r & 0xFF);
@@ -86,6 +86,9 @@ inline IppiSize FXRoiOf(const IFXImageBuffer& buffer)
 }
 
 // The four-entry format switch of the colour filters: vfRGB32 or (everything else) vfRGB24.
-inline bool FXIsRGB32(const IFXImageBuffer& buffer) { return buffer.GetFormat() == vfRGB32; }
+inline bool FXIsRGB32(const IFXImageBuffer& buffer)
+{
+    return buffer.GetFormat() == vfRGB32;
+}
 
 } // namespace framix::detail

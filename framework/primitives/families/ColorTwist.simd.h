@@ -16,13 +16,13 @@
 namespace framix::prim::FX_SIMD_NS {
 namespace {
 
-constexpr int kBlock = 16;  // pixels per step
+constexpr int kBlock = 16; // pixels per step
 
 // Byte shuffles that gather channel c of five or six three-byte pixels from 16 bytes, and the
 // inverse ones that place them back; -1 (0x80) leaves a zero.
 struct TSplit3 {
-    __m128i Gather[3][3];   // [source block][channel]
-    __m128i Scatter[3][3];  // [destination block][channel]
+    __m128i Gather[3][3];  // [source block][channel]
+    __m128i Scatter[3][3]; // [destination block][channel]
     TSplit3()
     {
         for (int block = 0; block < 3; ++block)
@@ -64,9 +64,18 @@ inline __m128i Gather4(int c)
 #if defined(__AVX2__)
 constexpr int kParts = 2;
 using TFloats = __m256;
-inline TFloats Splat(float v) { return _mm256_set1_ps(v); }
-inline TFloats MulF(TFloats a, TFloats b) { return _mm256_mul_ps(a, b); }
-inline TFloats AddF(TFloats a, TFloats b) { return _mm256_add_ps(a, b); }
+inline TFloats Splat(float v)
+{
+    return _mm256_set1_ps(v);
+}
+inline TFloats MulF(TFloats a, TFloats b)
+{
+    return _mm256_mul_ps(a, b);
+}
+inline TFloats AddF(TFloats a, TFloats b)
+{
+    return _mm256_add_ps(a, b);
+}
 inline TFloats ClampF(TFloats v)
 {
     // A NaN sum becomes 0, as in the reference.
@@ -89,9 +98,18 @@ inline __m128i ToBytes(const TFloats (&v)[kParts])
 #else
 constexpr int kParts = 4;
 using TFloats = __m128;
-inline TFloats Splat(float v) { return _mm_set1_ps(v); }
-inline TFloats MulF(TFloats a, TFloats b) { return _mm_mul_ps(a, b); }
-inline TFloats AddF(TFloats a, TFloats b) { return _mm_add_ps(a, b); }
+inline TFloats Splat(float v)
+{
+    return _mm_set1_ps(v);
+}
+inline TFloats MulF(TFloats a, TFloats b)
+{
+    return _mm_mul_ps(a, b);
+}
+inline TFloats AddF(TFloats a, TFloats b)
+{
+    return _mm_add_ps(a, b);
+}
 inline TFloats ClampF(TFloats v)
 {
     return _mm_min_ps(_mm_max_ps(v, _mm_setzero_ps()), _mm_set1_ps(255.0f));
@@ -151,20 +169,19 @@ IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
                 const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16));
                 const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 32));
                 for (int k = 0; k < 3; ++k)
-                    channel[k] = _mm_or_si128(
-                        _mm_or_si128(_mm_shuffle_epi8(a, split.Gather[0][k]),
-                                     _mm_shuffle_epi8(b, split.Gather[1][k])),
-                        _mm_shuffle_epi8(c, split.Gather[2][k]));
+                    channel[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, split.Gather[0][k]),
+                                                           _mm_shuffle_epi8(b, split.Gather[1][k])),
+                                              _mm_shuffle_epi8(c, split.Gather[2][k]));
             } else {
                 __m128i p[4];
                 for (int j = 0; j < 4; ++j)
                     p[j] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16 * j));
                 for (int k = 0; k < 3; ++k) {
                     const __m128i g = Gather4(k);
-                    const __m128i lo = _mm_unpacklo_epi32(_mm_shuffle_epi8(p[0], g),
-                                                          _mm_shuffle_epi8(p[1], g));
-                    const __m128i hi = _mm_unpacklo_epi32(_mm_shuffle_epi8(p[2], g),
-                                                          _mm_shuffle_epi8(p[3], g));
+                    const __m128i lo =
+                        _mm_unpacklo_epi32(_mm_shuffle_epi8(p[0], g), _mm_shuffle_epi8(p[1], g));
+                    const __m128i hi =
+                        _mm_unpacklo_epi32(_mm_shuffle_epi8(p[2], g), _mm_shuffle_epi8(p[3], g));
                     channel[k] = _mm_unpacklo_epi64(lo, hi);
                 }
             }

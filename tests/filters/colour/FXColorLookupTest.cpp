@@ -59,15 +59,15 @@ TEST(FXColorLookup, GreyFramesUseChannelZeroAlone)
     // Entered out of order: the frame sorts them.
     tables.GetColorChannel(0).Add(256, 256);
     tables.GetColorChannel(0).Add(0, 100);
-    tables.GetColorChannel(2).Add(0, 0);  // ignored by grey frames
+    tables.GetColorChannel(2).Add(0, 0); // ignored by grey frames
     EXPECT_EQ(rig.Run(3, 1, vfGray8, {0, 128, 255}), (TBytes{100, 178, 255}));
 
     // 16-bit samples, linear between the points, saturated at 65535.
     tables.GetColorChannel(0).Clear();
     tables.GetColorChannel(0).Add(0, 0);
     tables.GetColorChannel(0).Add(1000, 70000);
-    EXPECT_EQ(rig.Run(3, 1, vfGray16, {100, 0, 0xE8, 0x03, 0xFF, 0xFF}),  // 100, 1000, 65535
-              (TBytes{0x58, 0x1B, 0xE8, 0x03, 0xFF, 0xFF}));                // 7000, 1000, 65535
+    EXPECT_EQ(rig.Run(3, 1, vfGray16, {100, 0, 0xE8, 0x03, 0xFF, 0xFF}), // 100, 1000, 65535
+              (TBytes{0x58, 0x1B, 0xE8, 0x03, 0xFF, 0xFF}));             // 7000, 1000, 65535
 }
 
 TEST(FXColorLookup, GreyFramesWithAnEmptyChannelZeroStayUnchanged)
@@ -121,7 +121,7 @@ TEST(FXColorLookup, TablesSortBySelectionAndBatchChanges)
     // Selection by swapping: the first smallest level moves forward, so equal levels may change
     // order (the 50s end as 3, 1).
     EXPECT_EQ(table.GetSortedValues(), (std::vector<std::int32_t>{2, 4, 3, 1}));
-    table.SetCount(6);  // no change signalled, new points (0, 0)
+    table.SetCount(6); // no change signalled, new points (0, 0)
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(table.GetLevel(5), 0);
     EXPECT_THROW(table.GetValue(6), EFXError);
@@ -136,7 +136,7 @@ TEST(FXColorLookup, AssignCopiesValuesWithoutLevels_Intentional)
     TFXLookupTable& copy = b.Filter.GetLookupTables().GetColorChannel(2);
     EXPECT_EQ(copy.GetCount(), 2);
     EXPECT_EQ(copy.GetValue(0), 255);
-    EXPECT_THROW(copy.GetLevel(0), EFXError);  // no levels yet
+    EXPECT_THROW(copy.GetLevel(0), EFXError); // no levels yet
     // Levels read as 0: no interval, red passes unchanged (no read beyond the arrays).
     EXPECT_EQ(b.Run(1, 1, vfRGB24, {1, 2, 3}), (TBytes{1, 2, 3}));
     copy.SetLevel(0, 0);

@@ -36,7 +36,7 @@ TEST(FXColorTwist, PublishedChannelsAddressPixelByteOrder)
     TColourRig<TFXColorTwist> rig;
     TFXColorTwists& twists = rig.Filter.GetColorTwists();
     SetIdentity(twists);
-    const TBytes pixels{10, 20, 30, 200, 100, 50};  // B G R, B G R
+    const TBytes pixels{10, 20, 30, 200, 100, 50}; // B G R, B G R
     EXPECT_EQ(rig.Run(2, 1, vfRGB24, pixels), pixels);
     // The rows sit in the matrix blue first; a published Red reads index 2 of its row.
     EXPECT_EQ(twists.Matrix()[2][2], 1.0f);
@@ -57,7 +57,7 @@ TEST(FXColorTwist, OffsetsSaturateAndRoundHalfToEven)
     SetIdentity(twists);
     twists.GetRedTwist().SetOffset(300.0f);
     twists.GetBlueTwist().SetOffset(-300.0f);
-    twists.GetGreenTwist().SetGreen(0.5f);  // 5 * 0.5 = 2.5 -> 2, 7 * 0.5 = 3.5 -> 4
+    twists.GetGreenTwist().SetGreen(0.5f); // 5 * 0.5 = 2.5 -> 2, 7 * 0.5 = 3.5 -> 4
     EXPECT_EQ(rig.Run(2, 1, vfRGB32, {10, 5, 30, 1, 250, 7, 0, 2}),
               (TBytes{0, 2, 255, 1, 0, 4, 255, 2}));
 }

@@ -46,7 +46,8 @@ TEST(FXHistogramEqualize, ColourFramesEqualiseLightnessAndKeepAlpha)
               (TBytes{128, 128, 128, 255, 255, 255}));
     // Lightness 30 (a dark red and a dark green), 200 and 0: 30 -> Round(191.25) = 191 keeps
     // the two hues at full saturation, grey 200 -> 255, black -> Round(63.75) = 64.
-    const TBytes out = rig.Run(4, 1, vfRGB32, {0, 0, 60, 9, 0, 60, 0, 8, 200, 200, 200, 7, 0, 0, 0, 6});
+    const TBytes out =
+        rig.Run(4, 1, vfRGB32, {0, 0, 60, 9, 0, 60, 0, 8, 200, 200, 200, 7, 0, 0, 0, 6});
     EXPECT_EQ(out[2], 255);
     EXPECT_NEAR(out[0], 127, 1);
     EXPECT_EQ(out[0], out[1]);

@@ -72,7 +72,7 @@ TEST(FXImageAdjust, NeutralColourAndContrastPassTheFrameDroppingBrightness_Inten
 {
     TColourRig<TFXImageAdjust> rig;
     const FXImageBufferPtr frame = FXFrameOf(2, 1, vfRGB24, {0, 100, 200, 5, 6, 7});
-    EXPECT_EQ(rig.Run(frame)->GetReadPointer(), frame->GetReadPointer());  // not even copied
+    EXPECT_EQ(rig.Run(frame)->GetReadPointer(), frame->GetReadPointer()); // not even copied
     rig.Filter.SetBrightness(0.5f);
     EXPECT_EQ(FXBytesOf(*rig.Run(frame)), (TBytes{0, 100, 200, 5, 6, 7}));
 }
@@ -80,7 +80,7 @@ TEST(FXImageAdjust, NeutralColourAndContrastPassTheFrameDroppingBrightness_Inten
 TEST(FXImageAdjust, ContrastAndBrightnessRoundHalfToEvenCapAndWrap_Intentional)
 {
     TColourRig<TFXImageAdjust> rig;
-    rig.Filter.SetBrightness(0.5f);  // Round(127.5) = 128
+    rig.Filter.SetBrightness(0.5f); // Round(127.5) = 128
     rig.Filter.SetContrast(0.999f);
     EXPECT_EQ(rig.Run(2, 1, vfRGB24, {0, 100, 200, 127, 128, 255}),
               (TBytes{128, 228, 255, 255, 255, 255}));
@@ -100,7 +100,7 @@ TEST(FXImageAdjust, DefaultHueTurnsColouredPixelsRedAndChangesTheInputFrame_Inte
     const FXImageBufferPtr frame =
         FXFrameOf(3, 1, vfRGB32, {0, 255, 0, 11, 255, 0, 0, 22, 90, 90, 90, 33});
     const TBytes out = FXBytesOf(*rig.Run(frame));
-    for (std::size_t p : {0u, 4u}) {  // both coloured pixels are red (within the round trip)
+    for (std::size_t p : {0u, 4u}) { // both coloured pixels are red (within the round trip)
         EXPECT_EQ(out[p + 2], 255);
         EXPECT_LE(out[p], 1);
         EXPECT_EQ(out[p], out[p + 1]);
@@ -114,9 +114,9 @@ TEST(FXImageAdjust, DefaultHueTurnsColouredPixelsRedAndChangesTheInputFrame_Inte
 TEST(FXImageAdjust, RowConversionEqualsThePixelByPixelDefinition)
 {
     const TSettings cases[] = {
-        {0.1f, 1.3f, 1.5f, 1.0f, 0.8f},   {-0.3f, 0.7f, 0.5f, 0.0f, 1.0f},
-        {0.0f, 1.0f, 1.0f, 2.5f, 1.0f},   {0.5f, -1.2f, 1.0f, -0.7f, 1.25f},
-        {0.0f, 1.0f, 0.0f, 1.0f, 3.0f},   {0.25f, 2.0f, 1.0f, 0.0f, 1.0f},
+        {0.1f, 1.3f, 1.5f, 1.0f, 0.8f}, {-0.3f, 0.7f, 0.5f, 0.0f, 1.0f},
+        {0.0f, 1.0f, 1.0f, 2.5f, 1.0f}, {0.5f, -1.2f, 1.0f, -0.7f, 1.25f},
+        {0.0f, 1.0f, 0.0f, 1.0f, 3.0f}, {0.25f, 2.0f, 1.0f, 0.0f, 1.0f},
     };
     std::uint32_t seed = 1;
     for (const TSettings& s : cases)
@@ -155,7 +155,7 @@ TEST(FXImageAdjust, StatePinsDriveTheSettingsAndShowThem)
     TColourRig<TFXImageAdjust> rig;
     auto* slider = new TFXTestSlider(&rig.Harness().Graph());
     TFXImageAdjust& adjust = rig.Filter;
-    EXPECT_EQ(adjust.GetContrastPin().GetValue(), 1.0f);  // the defaults show from the start
+    EXPECT_EQ(adjust.GetContrastPin().GetValue(), 1.0f); // the defaults show from the start
     EXPECT_EQ(adjust.GetSaturationPin().GetValue(), 1.0f);
 
     adjust.GetBrightnessPin().SetSourcePin(&slider->Output);

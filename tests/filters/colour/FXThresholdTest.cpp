@@ -17,7 +17,7 @@ TEST(FXThreshold, DefaultsZeroEveryByteAboveMidGrey)
 {
     TColourRig<TFXThreshold> rig;
     EXPECT_EQ(rig.Filter.GetThresholdTop().GetThreshold(), 0x808080u);
-    EXPECT_TRUE(rig.Filter.GetThresholdBottom().GetEnabled());  // on, but black changes nothing
+    EXPECT_TRUE(rig.Filter.GetThresholdBottom().GetEnabled()); // on, but black changes nothing
     EXPECT_EQ(rig.Run(2, 1, vfRGB24, {128, 129, 0, 255, 127, 1}), (TBytes{128, 0, 0, 0, 127, 1}));
 }
 
@@ -41,7 +41,7 @@ TEST(FXThreshold, RulesApplyOnlyWhileEnabled)
 TEST(FXThreshold, ColourRedLimitsThePixelsBlueByte_Intentional)
 {
     TColourRig<TFXThreshold> rig;
-    rig.Filter.GetThresholdTop().SetThreshold(0x0000FF);  // "pure red": red 255, green 0, blue 0
+    rig.Filter.GetThresholdTop().SetThreshold(0x0000FF); // "pure red": red 255, green 0, blue 0
     // Every pixel keeps only its blue byte.
     EXPECT_EQ(rig.Run(2, 1, vfRGB32, {200, 7, 9, 50, 255, 255, 255, 60}),
               (TBytes{200, 0, 0, 50, 255, 0, 0, 60}));
@@ -54,7 +54,7 @@ TEST(FXThreshold, ColourRedLimitsThePixelsBlueByte_Intentional)
 TEST(FXThreshold, CrossedLimitsLeaveTheFrameAndPaddedRowsWork)
 {
     TColourRig<TFXThreshold> rig;
-    rig.Filter.GetThresholdBottom().SetThreshold(0xF0F0F0);  // above the top limit
+    rig.Filter.GetThresholdBottom().SetThreshold(0xF0F0F0); // above the top limit
     EXPECT_EQ(rig.Run(1, 1, vfRGB24, {1, 130, 250}), (TBytes{1, 130, 250}));
 
     rig.Filter.GetThresholdBottom().SetThreshold(0x101010);
@@ -62,7 +62,7 @@ TEST(FXThreshold, CrossedLimitsLeaveTheFrameAndPaddedRowsWork)
         FXFrameOf(2, 2, vfRGB32, {5, 20, 200, 1, 16, 128, 129, 2, 0, 0, 0, 3, 255, 255, 255, 4}, 3);
     EXPECT_EQ(FXBytesOf(*rig.Run(padded)),
               (TBytes{0, 20, 0, 1, 16, 128, 0, 2, 0, 0, 0, 3, 0, 0, 0, 4}));
-    EXPECT_EQ(rig.Run(1, 1, vfGray8, {200}), (TBytes{0, 0, 0}));  // grey arrives as vfRGB24
+    EXPECT_EQ(rig.Run(1, 1, vfGray8, {200}), (TBytes{0, 0, 0})); // grey arrives as vfRGB24
 }
 
 } // namespace
