@@ -3,13 +3,20 @@ object Demo: TFXGraph
     ImageSize.Width = 640
     ImageSize.Height = 360
     OutputPin.SinkPins = (
-      Demo.ToYUV.InputPin
+      Demo.Adjust.InputPin
       Demo.Still.InputPin
       Demo.Edges.InputPin)
   end
+  object Adjust: TFXImageAdjust
+    Brightness = -0.050000000000000000
+    Contrast = 1.200000000000000000
+    InputPin.SourcePin = Demo.Pattern.OutputPin
+    OutputPin.SinkPins = (
+      Demo.ToYUV.InputPin)
+  end
   object ToYUV: TFXChangeFormat
     Format = vfI420
-    InputPin.SourcePin = Demo.Pattern.OutputPin
+    InputPin.SourcePin = Demo.Adjust.OutputPin
     OutputPin.SinkPins = (
       Demo.Video.InputPin)
   end

@@ -135,6 +135,73 @@ public:
     }
 };
 
+// One value carried by a state pin: a float (dtFloat) or a boolean (dtBool).
+template <class T>
+class TPXStateValueOperation final : public TPXNotifyOperationOf<TPXStateValueOperation<T>> {
+public:
+    explicit TPXStateValueOperation(T value) : Value(value) {}
+    T Value;
+};
+
+// A state pin holds one value that a component publishes for run-time control (a brightness, a
+// switch). It is an input: connected to an output of its data type (a value source, or another
+// component's state output), every value that arrives is stored and handed to the owner's change
+// handler on the sender's thread. The owner sets the pin's value itself when its property changes
+// by other means, so the pin always shows the current setting; that store notifies nobody. The
+// value is atomic: any thread may read it.
+template <class T, TPXDataType Type>
+class TPXStatePin : public TPXSinkPin {
+public:
+    using TChangeHandler = std::function<void(TPXStatePin& pin, T value)>;
+
+    TPXStatePin(TKTComponent& owner, std::string_view name, IKTLock& lock, TChangeHandler onChange,
+                T value = T())
+        : TPXSinkPin(owner, name, lock, Type,
+                     [this](TPXBasicPin&, TPXDataType, const IPXNotifyOperation& operation,
+                            TPXNotifyState) { return Receive(operation); },
+                     nsDownstream),
+          FOnChange(std::move(onChange)), FValue(value)
+    {
+    }
+
+    T GetValue() const { return FValue.load(); }
+    // Stores the value without calling the change handler (the owner's own setters use it).
+    void SetValue(T value) { FValue.store(value); }
+
+private:
+    bool Receive(const IPXNotifyOperation& operation)
+    {
+        const auto* value = operation.As<TPXStateValueOperation<T>>();
+        if (!value)
+            return false;
+        FValue.store(value->Value);
+        if (FOnChange)
+            FOnChange(*this, value->Value);
+        return true;
+    }
+
+    TChangeHandler FOnChange;
+    std::atomic<T> FValue;
+};
+
+using TPXFloatStatePin = TPXStatePin<float, dtFloat>;
+using TPXBoolStatePin = TPXStatePin<bool, dtBool>;
+
+// An output of state values: sends each new value to every connected state pin. A component
+// that drives other components' settings (a slider, an automation curve) publishes one.
+template <class T, TPXDataType Type>
+class TPXStateSourcePin final : public TPXSourcePin {
+public:
+    TPXStateSourcePin(TKTComponent& owner, std::string_view name, IKTLock& lock)
+        : TPXSourcePin(owner, name, lock, Type, nullptr, 0)
+    {
+    }
+    bool SendValue(T value) { return Notify(TPXStateValueOperation<T>(value)); }
+};
+
+using TPXFloatSourcePin = TPXStateSourcePin<float, dtFloat>;
+using TPXBoolSourcePin = TPXStateSourcePin<bool, dtBool>;
+
 // A published list of pins named "_Pin0", "_Pin1", ... (full names "InputPins._Pin0"); the
 // owner decides the pins' kind through the factory.
 class TPXPinListBase {

@@ -4,6 +4,8 @@
 
 #include "framework/primitives/FXFamily.h"
 
+#include <array>
+
 // X(name, Op, Shape, T, L); see FXFamily.h.
 #define FX_COLOR_TWIST_PRIMITIVES(X)                                                               \
     X(ippiColorTwist32f_8u_C3R, ColorTwist32f, ColorTwist, Ipp8u, C3)                              \
@@ -15,4 +17,8 @@
 
 namespace framix::prim {
 const TFXFamily& ColorTwistFamily();
+
+// The BT.709 curve (forward) or its inverse on v = sample / 255, as rounded samples: the tables
+// every level's gamma maps through.
+const std::array<Ipp8u, 256>& FXGammaTable(bool forward);
 } // namespace framix::prim

@@ -5,23 +5,9 @@
 #include "framework/primitives/families/FXColorPixels.h"
 
 #include <array>
-#include <cmath>
 
 namespace framix::prim::ref {
 namespace {
-
-// BT.709 transfer function on v = sample / 255, and its inverse, rounded to nearest samples.
-std::array<Ipp8u, 256> GammaTable(bool forward)
-{
-    std::array<Ipp8u, 256> table{};
-    for (int i = 0; i < 256; ++i) {
-        const double v = i / 255.0;
-        const double out = forward ? (v < 0.018 ? 4.5 * v : 1.099 * std::pow(v, 0.45) - 0.099)
-                                   : (v < 0.0812 ? v / 4.5 : std::pow((v + 0.099) / 1.099, 1 / 0.45));
-        table[i] = FXColorSample(float(out * 255.0));
-    }
-    return table;
-}
 
 template <TFXLayout L>
 IppStatus ApplyTable(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
@@ -52,15 +38,13 @@ IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
 template <class T, TFXLayout L>
 IppStatus GammaFwd(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
-    static const std::array<Ipp8u, 256> kTable = GammaTable(true);
-    return ApplyTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, kTable);
+    return ApplyTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, FXGammaTable(true));
 }
 
 template <class T, TFXLayout L>
 IppStatus GammaInv(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
 {
-    static const std::array<Ipp8u, 256> kTable = GammaTable(false);
-    return ApplyTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, kTable);
+    return ApplyTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, FXGammaTable(false));
 }
 
 FX_KERNEL_TABLE(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)

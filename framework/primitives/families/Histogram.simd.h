@@ -11,10 +11,30 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
+
+// Per-thread counting memory, kept between calls so a stream of frames allocates nothing after
+// its first. A type of this file only: no standard template is instantiated with this level's
+// instructions.
+struct TScratch {
+    Ipp32u* Data = nullptr;
+    std::size_t Size = 0;
+    ~TScratch() { delete[] Data; }
+    Ipp32u* Get(std::size_t n)
+    {
+        if (n > Size) {
+            delete[] Data;
+            Data = new Ipp32u[n];
+            Size = n;
+        }
+        return Data;
+    }
+};
+thread_local TScratch tCounts, tBelow;
 
 template <class T, TFXLayout L>
 IppStatus Count(const T* pSrc, int srcStep, IppiSize roi, Ipp32s* const* pHist,
@@ -25,8 +45,9 @@ IppStatus Count(const T* pSrc, int srcStep, IppiSize roi, Ipp32s* const* pHist,
     constexpr int kCounted = FXProcessedChannels(L);
     constexpr std::size_t kValues = std::size_t(kFXSampleMax<T>) + 1;
     constexpr int kCopies = sizeof(T) == 1 ? 4 : 2; // 16-bit copies are 256 KB each
-    std::unique_ptr<Ipp32u[]> counts(new Ipp32u[kCopies * kCounted * kValues]());
-    const auto copy = [&](int k, int c) { return counts.get() + (k * kCounted + c) * kValues; };
+    Ipp32u* counts = tCounts.Get(kCopies * kCounted * kValues);
+    std::memset(counts, 0, sizeof(Ipp32u) * kCopies * kCounted * kValues);
+    const auto copy = [&](int k, int c) { return counts + (k * kCounted + c) * kValues; };
     for (int y = 0; y < roi.height; ++y) {
         const T* in = FXRowAt(pSrc, srcStep, y);
         int x = 0;
@@ -39,7 +60,7 @@ IppStatus Count(const T* pSrc, int srcStep, IppiSize roi, Ipp32s* const* pHist,
                 ++copy(0, c)[in[x * kCh + c]];
     }
     // Running totals: below[v] samples lie under v; bin k holds below[hi] - below[lo].
-    std::unique_ptr<Ipp32u[]> below(new Ipp32u[kValues + 1]);
+    Ipp32u* below = tBelow.Get(kValues + 1);
     for (int c = 0; c < kCounted; ++c) {
         below[0] = 0;
         for (std::size_t v = 0; v < kValues; ++v) {

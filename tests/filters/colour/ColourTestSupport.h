@@ -43,8 +43,7 @@ inline TBytes FXBytesOf(const IFXImageBuffer& frame)
 }
 
 // One component between a test source and a capture.
-template <class T>
-class TColourRig {
+template <class T> class TColourRig {
 public:
     TColourRig() : Filter(FHarness.template Wire<T>()) {}
 

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+// Colour twist, vector kernel: compiled once per level (see CMakeLists.txt). Sixteen pixels at a
+// time are split into blue, green and red byte vectors, each output channel is summed in single
+// precision in the reference's order (t0 c0 + t1 c1, + t2 c2, + t3; no fused multiply-add),
+// rounded to nearest (halves to even, the processors' default) and saturated. Bytes move with
+// 128-bit shuffles (every level has them); the sums use the level's widest float vectors.
+// Gamma maps samples through the shared tables.
+#include "framework/primitives/families/ColorTwist.h"
+
+#include "framework/primitives/FXImageRows.h"
+
+#include <immintrin.h>
+
+#include <cmath>
+
+namespace framix::prim::FX_SIMD_NS {
+namespace {
+
+constexpr int kBlock = 16; // pixels per step
+
+// Byte shuffles that gather channel c of five or six three-byte pixels from 16 bytes, and the
+// inverse ones that place them back; -1 (0x80) leaves a zero.
+struct TSplit3 {
+    __m128i Gather[3][3];  // [source block][channel]
+    __m128i Scatter[3][3]; // [destination block][channel]
+    TSplit3()
+    {
+        for (int block = 0; block < 3; ++block)
+            for (int c = 0; c < 3; ++c) {
+                alignas(16) signed char gather[16], scatter[16];
+                for (int i = 0; i < 16; ++i) {
+                    gather[i] = scatter[i] = -1;
+                    // Output lane i of channel c is pixel i, byte 3 i + c of the 48.
+                    const int from = 3 * i + c;
+                    if (from / 16 == block)
+                        gather[i] = static_cast<signed char>(from % 16);
+                }
+                for (int j = 0; j < 16; ++j) {
+                    const int byte = 16 * block + j;
+                    if (byte % 3 == c)
+                        scatter[j] = static_cast<signed char>(byte / 3);
+                }
+                Gather[block][c] = _mm_load_si128(reinterpret_cast<const __m128i*>(gather));
+                Scatter[block][c] = _mm_load_si128(reinterpret_cast<const __m128i*>(scatter));
+            }
+    }
+};
+
+const TSplit3& Split3()
+{
+    static const TSplit3 kSplit;
+    return kSplit;
+}
+
+// Channel c of four-byte pixels: 4 pixels per 16 bytes.
+inline __m128i Gather4(int c)
+{
+    return _mm_setr_epi8(char(c), char(4 + c), char(8 + c), char(12 + c), -1, -1, -1, -1, -1, -1,
+                         -1, -1, -1, -1, -1, -1);
+}
+
+// Sixteen pixels of one channel as floats: two vectors of eight where the level has 256-bit
+// registers, else four of four.
+#if defined(__AVX2__)
+constexpr int kParts = 2;
+using TFloats = __m256;
+inline TFloats Splat(float v)
+{
+    return _mm256_set1_ps(v);
+}
+inline TFloats MulF(TFloats a, TFloats b)
+{
+    return _mm256_mul_ps(a, b);
+}
+inline TFloats AddF(TFloats a, TFloats b)
+{
+    return _mm256_add_ps(a, b);
+}
+inline TFloats ClampF(TFloats v)
+{
+    // A NaN sum becomes 0, as in the reference.
+    return _mm256_min_ps(_mm256_max_ps(v, _mm256_setzero_ps()), _mm256_set1_ps(255.0f));
+}
+inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
+{
+    out[0] = _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(bytes));
+    out[1] = _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(_mm_srli_si128(bytes, 8)));
+}
+inline __m128i ToBytes(const TFloats (&v)[kParts])
+{
+    __m128i half[kParts];
+    for (int k = 0; k < kParts; ++k) {
+        const __m256i q = _mm256_cvtps_epi32(v[k]);
+        half[k] = _mm_packs_epi32(_mm256_castsi256_si128(q), _mm256_extracti128_si256(q, 1));
+    }
+    return _mm_packus_epi16(half[0], half[1]);
+}
+#else
+constexpr int kParts = 4;
+using TFloats = __m128;
+inline TFloats Splat(float v)
+{
+    return _mm_set1_ps(v);
+}
+inline TFloats MulF(TFloats a, TFloats b)
+{
+    return _mm_mul_ps(a, b);
+}
+inline TFloats AddF(TFloats a, TFloats b)
+{
+    return _mm_add_ps(a, b);
+}
+inline TFloats ClampF(TFloats v)
+{
+    return _mm_min_ps(_mm_max_ps(v, _mm_setzero_ps()), _mm_set1_ps(255.0f));
+}
+inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
+{
+    out[0] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(bytes));
+    out[1] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 4)));
+    out[2] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 8)));
+    out[3] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 12)));
+}
+inline __m128i ToBytes(const TFloats (&v)[kParts])
+{
+    const __m128i q[4] = {_mm_cvtps_epi32(v[0]), _mm_cvtps_epi32(v[1]), _mm_cvtps_epi32(v[2]),
+                          _mm_cvtps_epi32(v[3])};
+    return _mm_packus_epi16(_mm_packs_epi32(q[0], q[1]), _mm_packs_epi32(q[2], q[3]));
+}
+#endif
+
+// One output channel for 16 pixels, saturated to bytes.
+inline __m128i TwistChannel(const TFloats (&b)[kParts], const TFloats (&g)[kParts],
+                            const TFloats (&r)[kParts], const float* t)
+{
+    const TFloats t0 = Splat(t[0]), t1 = Splat(t[1]), t2 = Splat(t[2]), t3 = Splat(t[3]);
+    TFloats v[kParts];
+    for (int k = 0; k < kParts; ++k)
+        v[k] = ClampF(AddF(AddF(AddF(MulF(t0, b[k]), MulF(t1, g[k])), MulF(t2, r[k])), t3));
+    return ToBytes(v);
+}
+
+inline Ipp8u TwistSample(const float* t, int b, int g, int r)
+{
+    float v = t[0] * float(b) + t[1] * float(g) + t[2] * float(r) + t[3];
+    v = v > 0.0f ? v : 0.0f;
+    v = v < 255.0f ? v : 255.0f;
+    return Ipp8u(std::nearbyint(v));
+}
+
+} // namespace
+
+template <class T, TFXLayout L>
+IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize,
+                        const Ipp32f twist[3][4])
+{
+    constexpr int kCh = FXChannels(L);
+    const TSplit3& split = Split3();
+    const __m128i alphaMask = _mm_set1_epi32(int(0xFF000000u));
+    for (int y = 0; y < roiSize.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        int x = 0;
+        for (; x + kBlock <= roiSize.width; x += kBlock) {
+            const Ipp8u* s = in + x * kCh;
+            __m128i channel[3];
+            if constexpr (kCh == 3) {
+                const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
+                const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16));
+                const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 32));
+                for (int k = 0; k < 3; ++k)
+                    channel[k] = _mm_or_si128(_mm_or_si128(_mm_shuffle_epi8(a, split.Gather[0][k]),
+                                                           _mm_shuffle_epi8(b, split.Gather[1][k])),
+                                              _mm_shuffle_epi8(c, split.Gather[2][k]));
+            } else {
+                __m128i p[4];
+                for (int j = 0; j < 4; ++j)
+                    p[j] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + 16 * j));
+                for (int k = 0; k < 3; ++k) {
+                    const __m128i g = Gather4(k);
+                    const __m128i lo =
+                        _mm_unpacklo_epi32(_mm_shuffle_epi8(p[0], g), _mm_shuffle_epi8(p[1], g));
+                    const __m128i hi =
+                        _mm_unpacklo_epi32(_mm_shuffle_epi8(p[2], g), _mm_shuffle_epi8(p[3], g));
+                    channel[k] = _mm_unpacklo_epi64(lo, hi);
+                }
+            }
+            TFloats fb[kParts], fg[kParts], fr[kParts];
+            ToFloats(channel[0], fb);
+            ToFloats(channel[1], fg);
+            ToFloats(channel[2], fr);
+            __m128i result[3];
+            for (int k = 0; k < 3; ++k)
+                result[k] = TwistChannel(fb, fg, fr, twist[k]);
+            Ipp8u* d = out + x * kCh;
+            if constexpr (kCh == 3) {
+                for (int block = 0; block < 3; ++block) {
+                    const __m128i v = _mm_or_si128(
+                        _mm_or_si128(_mm_shuffle_epi8(result[0], split.Scatter[block][0]),
+                                     _mm_shuffle_epi8(result[1], split.Scatter[block][1])),
+                        _mm_shuffle_epi8(result[2], split.Scatter[block][2]));
+                    _mm_storeu_si128(reinterpret_cast<__m128i*>(d + 16 * block), v);
+                }
+            } else {
+                // Pixels b, g, r, 0 from the three byte vectors; alpha from the destination.
+                const __m128i bg0 = _mm_unpacklo_epi8(result[0], result[1]);
+                const __m128i bg1 = _mm_unpackhi_epi8(result[0], result[1]);
+                const __m128i r0 = _mm_unpacklo_epi8(result[2], _mm_setzero_si128());
+                const __m128i r1 = _mm_unpackhi_epi8(result[2], _mm_setzero_si128());
+                const __m128i px[4] = {_mm_unpacklo_epi16(bg0, r0), _mm_unpackhi_epi16(bg0, r0),
+                                       _mm_unpacklo_epi16(bg1, r1), _mm_unpackhi_epi16(bg1, r1)};
+                for (int j = 0; j < 4; ++j) {
+                    __m128i* at = reinterpret_cast<__m128i*>(d + 16 * j);
+                    const __m128i old = _mm_loadu_si128(at);
+                    _mm_storeu_si128(at, _mm_or_si128(_mm_and_si128(old, alphaMask), px[j]));
+                }
+            }
+        }
+        for (; x < roiSize.width; ++x) {
+            const Ipp8u* s = in + x * kCh;
+            const int b = s[0], g = s[1], r = s[2];
+            Ipp8u* d = out + x * kCh;
+            for (int k = 0; k < 3; ++k)
+                d[k] = TwistSample(twist[k], b, g, r);
+        }
+    }
+    return ippStsNoErr;
+}
+
+// Gamma: every colour sample through the curve's table; a three-channel row is one run of
+// samples.
+template <TFXLayout L>
+IppStatus MapThroughTable(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+                          const Ipp8u* table)
+{
+    for (int y = 0; y < roi.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        if constexpr (FXChannels(L) == 3) {
+            for (int i = 0; i < roi.width * 3; ++i)
+                out[i] = table[in[i]];
+        } else {
+            for (int x = 0; x < roi.width * 4; x += 4) {
+                out[x] = table[in[x]];
+                out[x + 1] = table[in[x + 1]];
+                out[x + 2] = table[in[x + 2]];
+            }
+        }
+    }
+    return ippStsNoErr;
+}
+
+template <class T, TFXLayout L>
+IppStatus GammaFwd(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+{
+    return MapThroughTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, FXGammaTable(true).data());
+}
+
+template <class T, TFXLayout L>
+IppStatus GammaInv(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roiSize)
+{
+    return MapThroughTable<L>(pSrc, srcStep, pDst, dstStep, roiSize, FXGammaTable(false).data());
+}
+
+FX_KERNEL_TABLE(ColorTwist, FX_COLOR_TWIST_PRIMITIVES)
+
+} // namespace framix::prim::FX_SIMD_NS
