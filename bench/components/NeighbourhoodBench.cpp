@@ -38,6 +38,8 @@ template <class T> T* As(std::uint8_t* p)
 
 // ---------------------------------------------------------------- primitive calls by format
 
+// The row pass the blur runs (the column pass it would overwrite is skipped when the row pass
+// succeeds).
 TFXPrimitiveCall GaussianPasses(TFXVideoFormat f, int taps)
 {
     auto k = std::make_shared<std::vector<float>>(std::size_t(taps));
@@ -46,21 +48,10 @@ TFXPrimitiveCall GaussianPasses(TFXVideoFormat f, int taps)
     return [f, k, taps, a](const std::uint8_t* s, int ss, std::uint8_t* d, int ds, IppiSize r) {
         using namespace ipp;
         switch (f) {
-        case vfRGB24:
-            ippiFilterColumn32f_8u_C3R(s, ss, d, ds, r, k->data(), taps, a);
-            ippiFilterRow32f_8u_C3R(s, ss, d, ds, r, k->data(), taps, a);
-            break;
-        case vfRGB32:
-            ippiFilterColumn32f_8u_C4R(s, ss, d, ds, r, k->data(), taps, a);
-            ippiFilterRow32f_8u_C4R(s, ss, d, ds, r, k->data(), taps, a);
-            break;
-        case vfGray8:
-            ippiFilterColumn32f_8u_C1R(s, ss, d, ds, r, k->data(), taps, a);
-            ippiFilterRow32f_8u_C1R(s, ss, d, ds, r, k->data(), taps, a);
-            break;
+        case vfRGB24: ippiFilterRow32f_8u_C3R(s, ss, d, ds, r, k->data(), taps, a); break;
+        case vfRGB32: ippiFilterRow32f_8u_C4R(s, ss, d, ds, r, k->data(), taps, a); break;
+        case vfGray8: ippiFilterRow32f_8u_C1R(s, ss, d, ds, r, k->data(), taps, a); break;
         default:
-            ippiFilterColumn32f_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, k->data(), taps,
-                                        a);
             ippiFilterRow32f_16u_C1R(As<Ipp16u>(s), ss, As<Ipp16u>(d), ds, r, k->data(), taps, a);
             break;
         }

@@ -137,13 +137,17 @@ void TFXGaussianBlur::FilterInternalOperation(IFXImageBuffer& input, IFXImageBuf
         const T* s = reinterpret_cast<const T*>(source);
         T* d = reinterpret_cast<T*>(destination);
         // Intentional: the column pass uses the Width/SigmaX table, and the row pass reads the
-        // unfiltered source again and overwrites it; the output is the row pass alone.
-        const IppStatus columnStatus = column(s, sourceStride, d, destinationStride, size,
-                                              FKernelX.data(), columnTaps, columnAnchor);
-        const IppStatus rowStatus =
-            row(s, sourceStride, d, destinationStride, size, FKernelY.data(), rowTaps, rowAnchor);
-        // Both refused: the region must still show the input, which fresh output memory lacks.
-        if (columnStatus != ippStsNoErr && rowStatus != ippStsNoErr)
+        // unfiltered source again and overwrites it; the output is the row pass alone. Both
+        // write the same region, so the column pass shows only where the row pass refuses:
+        // running the row pass first and the column pass only then gives the same bytes at
+        // half the cost.
+        if (row(s, sourceStride, d, destinationStride, size, FKernelY.data(), rowTaps,
+                rowAnchor) == ippStsNoErr)
+            return;
+        // The row pass refused (a one-tap table): the column pass's result stands, unless it
+        // refuses too, and then the region must still show the input.
+        if (column(s, sourceStride, d, destinationStride, size, FKernelX.data(), columnTaps,
+                   columnAnchor) != ippStsNoErr)
             output.CopyFrom(input);
     };
     switch (format) {

@@ -115,6 +115,28 @@ TEST_P(FXGaussianBlurFormats, FramesSmallerThanTheKernelPassUnchanged)
 INSTANTIATE_TEST_SUITE_P(AllFormats, FXGaussianBlurFormats,
                          testing::ValuesIn(kNeighbourhoodFormats), FormatTestName);
 
+// A one-tap Height table puts the row pass's anchor outside it: that pass is refused, and the
+// column pass (the Width table, down the columns, anchored at 3) is what shows.
+TEST(FXGaussianBlur, ARefusedRowPassLeavesTheColumnPass)
+{
+    TFXTestHarness h;
+    auto& blur = h.Wire<TFXGaussianBlur>();
+    blur.GetKernel().SetHeight(1);
+    h.Source().Announce(7, 10, vfGray8);
+    const FXImageBufferPtr frame = FlatFrame(7, 10, vfGray8, 0, PaddedStride(7, vfGray8, 5));
+    SetSample(*frame, 3, 4, 0, 255);
+    const IFXImageBuffer& out = Filter(h, frame);
+    const std::vector<float> k = blur.GetKernelX();
+    for (int y = 0; y < 10; ++y)
+        for (int x = 0; x < 7; ++x) {
+            const int tap = y + 3 - 4;
+            const int expected = x == 3 && tap >= 0 && tap < 5 ? int(std::nearbyint(255 * k[tap]))
+                                 : x == 3 && y == 4            ? 255
+                                                               : 0;
+            ASSERT_EQ(Sample(out, x, y), expected) << x << "," << y;
+        }
+}
+
 TEST(FXGaussianBlur, RegionOfInterestIsShrunkByWhatTheUnequalPassesRead)
 {
     // Width 3 (down) and Height 7 (across): the frame loses 2 columns on the left and 4 on the
