@@ -115,21 +115,6 @@ TEST(FXFrameStats, CountFramesAndChargeEachComponentOnlyItsOwnTime)
     }
 }
 
-// Frames of a pattern generator, pumped by hand.
-std::vector<FXImageBufferPtr> Frames(TFXTestPatternGen& gen, int count)
-{
-    std::vector<FXImageBufferPtr> frames;
-    auto* sink = new TFXGenericSink(gen.GetOwner());
-    sink->OnProcessImage = [&](TFXGenericSink&, IFXImageBuffer& f) { frames.emplace_back(&f); };
-    sink->GetImageInputPin().SetSourcePin(&gen.GetImageOutputPin());
-    gen.StartSource();
-    for (int i = 0; i < count; ++i)
-        gen.PumpFrame();
-    gen.StopSource();
-    delete sink;
-    return frames;
-}
-
 TEST(FXTestPatternGen, BarsMoveBySpeedEachFrameOverAFixedRamp)
 {
     TFXGraph graph;
@@ -137,7 +122,7 @@ TEST(FXTestPatternGen, BarsMoveBySpeedEachFrameOverAFixedRamp)
     gen->GetImageSize().SetWidth(64);
     gen->GetImageSize().SetHeight(30);
     gen->SetSpeed(3);
-    const auto frames = Frames(*gen, 2);
+    const auto frames = test::FXPumpFrames(*gen, 2);
     ASSERT_EQ(frames.size(), 2u);
     const std::uint8_t* f0 = frames[0]->GetReadPointer();
     const std::uint8_t* f1 = frames[1]->GetReadPointer();
@@ -152,7 +137,7 @@ TEST(FXTestPatternGen, BarsMoveBySpeedEachFrameOverAFixedRamp)
     EXPECT_EQ(ramp[3 * 63], 255);
     EXPECT_EQ(ramp[3 * 32], 32 * 255 / 63);
     // The same settings always give the same pictures.
-    EXPECT_TRUE(test::FXSamePixels(*Frames(*gen, 1)[0], *frames[0]));
+    EXPECT_TRUE(test::FXSamePixels(*test::FXPumpFrames(*gen, 1)[0], *frames[0]));
 }
 
 TEST(FXTestPatternGen, NoiseComesFromTheSeededGeneratorAndOtherFormatsAreConverted)
@@ -163,11 +148,11 @@ TEST(FXTestPatternGen, NoiseComesFromTheSeededGeneratorAndOtherFormatsAreConvert
     gen->GetImageSize().SetHeight(12);
     gen->SetNoise(10);
     FXRandomSeed(99);
-    const auto a = Frames(*gen, 1);
+    const auto a = test::FXPumpFrames(*gen, 1);
     FXRandomSeed(99);
-    const auto b = Frames(*gen, 1);
+    const auto b = test::FXPumpFrames(*gen, 1);
     FXRandomSeed(100);
-    const auto c = Frames(*gen, 1);
+    const auto c = test::FXPumpFrames(*gen, 1);
     EXPECT_TRUE(test::FXSamePixels(*a[0], *b[0]));
     EXPECT_FALSE(test::FXSamePixels(*a[0], *c[0]));
     std::vector<std::uint8_t> clean(32 * 12 * 3);
@@ -180,7 +165,7 @@ TEST(FXTestPatternGen, NoiseComesFromTheSeededGeneratorAndOtherFormatsAreConvert
 
     gen->SetNoise(0);
     gen->SetFormat(vfI420);
-    const auto yuv = Frames(*gen, 1);
+    const auto yuv = test::FXPumpFrames(*gen, 1);
     EXPECT_EQ(yuv[0]->GetFormat(), vfI420);
     FXImageBufferPtr expected = new TFXImageBuffer(clean.data(), 32, 12, vfRGB24);
     expected->ConvertFormat(vfI420);

@@ -85,6 +85,23 @@ private:
     TFXGenericSink* FSink;
 };
 
+// `count` frames of a generator (any frame source with an image output pin), pumped by hand into
+// a sink created beside it and removed afterwards.
+template <class TGenerator>
+std::vector<FXImageBufferPtr> FXPumpFrames(TGenerator& generator, int count)
+{
+    std::vector<FXImageBufferPtr> frames;
+    auto* sink = new TFXGenericSink(generator.GetOwner());
+    sink->OnProcessImage = [&](TFXGenericSink&, IFXImageBuffer& f) { frames.emplace_back(&f); };
+    sink->GetImageInputPin().SetSourcePin(&generator.GetImageOutputPin());
+    generator.StartSource();
+    for (int i = 0; i < count; ++i)
+        generator.PumpFrame();
+    generator.StopSource();
+    delete sink;
+    return frames;
+}
+
 // A frame filled with seeded random bytes, padding included.
 inline FXImageBufferPtr FXRandomFrame(int width, int height, TFXVideoFormat format,
                                       std::uint32_t seed, int stride = 0)

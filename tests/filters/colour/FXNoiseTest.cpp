@@ -127,21 +127,6 @@ TEST(FXGaussNoise, SixteenBitDeviationIsOnTheSixteenBitScale)
     EXPECT_NEAR(double(high) / (w * h), 0.10, 0.02);
 }
 
-// Frames a generator makes when pumped by hand.
-std::vector<FXImageBufferPtr> Generate(TFXCommonROIGenFilter& gen, int count)
-{
-    std::vector<FXImageBufferPtr> frames;
-    auto* sink = new TFXGenericSink(gen.GetOwner());
-    sink->OnProcessImage = [&](TFXGenericSink&, IFXImageBuffer& f) { frames.emplace_back(&f); };
-    sink->GetImageInputPin().SetSourcePin(&gen.GetImageOutputPin());
-    gen.StartSource();
-    for (int i = 0; i < count; ++i)
-        gen.PumpFrame();
-    gen.StopSource();
-    delete sink;
-    return frames;
-}
-
 TEST(FXBasicNoise, GeneratesBackgroundFramesWithNoisyAlpha)
 {
     TFXGraph graph;
@@ -150,7 +135,7 @@ TEST(FXBasicNoise, GeneratesBackgroundFramesWithNoisyAlpha)
     noise->GetImageSize().SetHeight(3);
     noise->SetBackgroundColor(0x336699);  // red 0x99, green 0x66, blue 0x33
     noise->SetStDev(0);
-    auto frames = Generate(*noise, 1);
+    auto frames = test::FXPumpFrames(*noise, 1);
     ASSERT_EQ(frames.size(), 1u);
     ASSERT_EQ(frames[0]->GetFormat(), vfRGB32);
     EXPECT_EQ(FXBytesOf(*frames[0]), [] {
@@ -162,7 +147,7 @@ TEST(FXBasicNoise, GeneratesBackgroundFramesWithNoisyAlpha)
 
     noise->SetStDev(20);
     noise->SetMean(100);
-    frames = Generate(*noise, 1);
+    frames = test::FXPumpFrames(*noise, 1);
     const TBytes alpha = FXAlphaOf(FXBytesOf(*frames[0]));
     EXPECT_TRUE(std::any_of(alpha.begin(), alpha.end(), [&](auto a) { return a != alpha.front(); }));
     EXPECT_TRUE(std::all_of(alpha.begin(), alpha.end(), [](auto a) { return a > 20; }));
@@ -174,13 +159,7 @@ TEST(FXJaehneGen, FramesAreTheTestImage)
     auto* gen = new TFXJaehneGen(&graph);
     gen->GetImageSize().SetWidth(33);
     gen->GetImageSize().SetHeight(20);
-    std::vector<FXImageBufferPtr> frames;
-    auto* sink = new TFXGenericSink(&graph);
-    sink->OnProcessImage = [&](TFXGenericSink&, IFXImageBuffer& f) { frames.emplace_back(&f); };
-    sink->GetImageInputPin().SetSourcePin(&gen->GetImageOutputPin());
-    gen->StartSource();
-    gen->PumpFrame();
-    gen->StopSource();
+    const auto frames = test::FXPumpFrames(*gen, 1);
     ASSERT_EQ(frames.size(), 1u);
     ASSERT_EQ(frames[0]->GetFormat(), vfRGB24);
     const FXImageBufferPtr expected = new TFXImageBuffer(33, 20, vfRGB24);
