@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "filters/colour/detail/FXColourFrames.h"
+#include "framework/primitives/dispatch/Fxbasicdispatcher.h"
 #include "framework/primitives/dispatch/Fxconvdispatcher.h"
 #include "framework/primitives/dispatch/Fxdispatcher.h"
 #include "framework/properties/FXPalette.h"
@@ -148,7 +149,8 @@ void TFXHistogramEqualize::RGBOperation(IFXImageBuffer& input, IFXImageBuffer& o
     (rgb32 ? ipp::ippiHLSToRGB_8u_AC4R : ipp::ippiHLSToRGB_8u_C3R)(work, workStride, destination,
                                                                    output.GetRowStride(), roi);
     if (rgb32)
-        detail::FXCopyAlpha(source, input.GetRowStride(), destination, output.GetRowStride(), roi);
+        ipp::ippiCopy_8u_C4CR(source + 3, input.GetRowStride(), destination + 3,
+                              output.GetRowStride(), roi);
 }
 
 void RegisterFXHistogramEqualize(TFXPalette& palette)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Threshold: the two rules, strict limits, the red/blue crossing, alpha.
+// Threshold: the two rules, strict limits, the red/blue crossing, alpha over many rows.
 #include <gtest/gtest.h>
 
 #include "filters/colour/FXThreshold.h"
@@ -63,6 +63,20 @@ TEST(FXThreshold, CrossedLimitsLeaveTheFrameAndPaddedRowsWork)
     EXPECT_EQ(FXBytesOf(*rig.Run(padded)),
               (TBytes{0, 20, 0, 1, 16, 128, 0, 2, 0, 0, 0, 3, 0, 0, 0, 4}));
     EXPECT_EQ(rig.Run(1, 1, vfGray8, {200}), (TBytes{0, 0, 0})); // grey arrives as vfRGB24
+}
+
+// Four-channel frames are worked in strips of rows: a frame of several strips and a short last
+// one must keep every row's alpha and threshold every row's colours.
+TEST(FXThreshold, TallFramesKeepAlphaInEveryRow)
+{
+    TColourRig<TFXThreshold> rig;
+    constexpr int kWidth = 5, kHeight = 71;
+    TBytes pixels(std::size_t(kWidth) * kHeight * 4), expected(pixels.size());
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        pixels[i] = std::uint8_t(i * 37 + i / 20);
+        expected[i] = i % 4 == 3 || pixels[i] <= 128 ? pixels[i] : 0; // default: above 128 -> 0
+    }
+    EXPECT_EQ(rig.Run(kWidth, kHeight, vfRGB32, pixels), expected);
 }
 
 } // namespace
