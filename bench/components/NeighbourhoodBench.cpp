@@ -117,7 +117,9 @@ TFXPrimitiveCall FixedFilter(TFXVideoFormat f, TFXFixedFilterType type)
             (sobel ? ippiFilterSobelVert_8u_C3R : ippiFilterPrewittHoriz_8u_C3R)(s, ss, d, ds, r);
             break;
         case vfRGB32:
+            // The fixed filter's four-channel step copies the alpha channel back afterwards.
             (sobel ? ippiFilterSobelVert_8u_AC4R : ippiFilterPrewittHoriz_8u_AC4R)(s, ss, d, ds, r);
+            ippiCopy_8u_C4CR(s + 3, ss, d + 3, ds, r);
             break;
         case vfGray8:
             (sobel ? ippiFilterSobelVert_8u_C1R : ippiFilterPrewittHoriz_8u_C1R)(s, ss, d, ds, r);
@@ -129,11 +131,6 @@ TFXPrimitiveCall FixedFilter(TFXVideoFormat f, TFXFixedFilterType type)
         }
     };
 }
-
-// ---------------------------------------------------------------- OpenCV
-
-#if FRAMIX_HAVE_OPENCV
-#endif
 
 // ---------------------------------------------------------------- registration
 
