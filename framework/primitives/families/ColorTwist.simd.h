@@ -59,9 +59,38 @@ inline __m128i Gather4(int c)
                          -1, -1, -1, -1, -1, -1);
 }
 
-// Sixteen pixels of one channel as floats: two vectors of eight where the level has 256-bit
-// registers, else four of four.
-#if defined(__AVX2__)
+// Sixteen pixels of one channel as floats: one vector of sixteen where the level has 512-bit
+// registers, two of eight with 256-bit ones, else four of four.
+#if defined(__AVX512F__)
+constexpr int kParts = 1;
+using TFloats = __m512;
+inline TFloats Splat(float v)
+{
+    return _mm512_set1_ps(v);
+}
+inline TFloats MulF(TFloats a, TFloats b)
+{
+    return _mm512_mul_ps(a, b);
+}
+inline TFloats AddF(TFloats a, TFloats b)
+{
+    return _mm512_add_ps(a, b);
+}
+inline TFloats ClampF(TFloats v)
+{
+    // A NaN sum becomes 0, as in the reference (max answers its second operand for a NaN).
+    return _mm512_min_ps(_mm512_max_ps(v, _mm512_setzero_ps()), _mm512_set1_ps(255.0f));
+}
+inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
+{
+    out[0] = _mm512_cvtepi32_ps(_mm512_cvtepu8_epi32(bytes));
+}
+inline __m128i ToBytes(const TFloats (&v)[kParts])
+{
+    // The sums are already within 0 ... 255: the narrowing only drops the zero bytes.
+    return _mm512_cvtepi32_epi8(_mm512_cvtps_epi32(v[0]));
+}
+#elif defined(__AVX2__)
 constexpr int kParts = 2;
 using TFloats = __m256;
 inline TFloats Splat(float v)
