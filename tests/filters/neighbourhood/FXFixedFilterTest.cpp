@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "framework/primitives/dispatch/FXPrimitiveLayer.h"
 #include "framework/primitives/dispatch/Fxdispatcher.h"
 #include "tests/filters/neighbourhood/NeighbourhoodTestSupport.h"
 
@@ -31,6 +32,8 @@ FXImageBufferPtr Reference(const IFXImageBuffer& in, int margin,
 
 TEST(FXFixedFilter, EachTypeRunsItsPrimitiveInsideTheAnchorMargin_Intentional)
 {
+    // The primitives are read before any component exists (the test may run alone).
+    FXStartPrimitiveLayer();
     using namespace ipp;
     const FXImageBufferPtr frame = FXRandomFrame(13, 11, vfGray8, 21);
     struct TCase {
