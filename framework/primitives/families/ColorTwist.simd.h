@@ -8,9 +8,11 @@
 #include "framework/primitives/families/ColorTwist.h"
 
 #include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/simd/FXVecBytePermute.h"
 
 #include <immintrin.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace framix::prim::FX_SIMD_NS {
@@ -78,8 +80,8 @@ inline TFloats AddF(TFloats a, TFloats b)
 }
 inline TFloats ClampF(TFloats v)
 {
-    // A NaN sum becomes 0, as in the reference (max answers its second operand for a NaN).
-    return _mm512_min_ps(_mm512_max_ps(v, _mm512_setzero_ps()), _mm512_set1_ps(255.0f));
+    // A NaN sum becomes 255, as in the reference (min answers its second operand for a NaN).
+    return _mm512_max_ps(_mm512_min_ps(v, _mm512_set1_ps(255.0f)), _mm512_setzero_ps());
 }
 inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
 {
@@ -107,8 +109,8 @@ inline TFloats AddF(TFloats a, TFloats b)
 }
 inline TFloats ClampF(TFloats v)
 {
-    // A NaN sum becomes 0, as in the reference.
-    return _mm256_min_ps(_mm256_max_ps(v, _mm256_setzero_ps()), _mm256_set1_ps(255.0f));
+    // A NaN sum becomes 255, as in the reference.
+    return _mm256_max_ps(_mm256_min_ps(v, _mm256_set1_ps(255.0f)), _mm256_setzero_ps());
 }
 inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
 {
@@ -141,7 +143,7 @@ inline TFloats AddF(TFloats a, TFloats b)
 }
 inline TFloats ClampF(TFloats v)
 {
-    return _mm_min_ps(_mm_max_ps(v, _mm_setzero_ps()), _mm_set1_ps(255.0f));
+    return _mm_max_ps(_mm_min_ps(v, _mm_set1_ps(255.0f)), _mm_setzero_ps());
 }
 inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
 {
@@ -172,10 +174,139 @@ inline __m128i TwistChannel(const TFloats (&b)[kParts], const TFloats (&g)[kPart
 inline Ipp8u TwistSample(const float* t, int b, int g, int r)
 {
     float v = t[0] * float(b) + t[1] * float(g) + t[2] * float(r) + t[3];
+    v = v < 255.0f ? v : 255.0f; // NaN -> 255
     v = v > 0.0f ? v : 0.0f;
-    v = v < 255.0f ? v : 255.0f;
     return Ipp8u(std::nearbyint(v));
 }
+
+#if defined(FX_SIMD_LEVEL_AVX512)
+
+// Sixteen pixels as one vector of 32-bit lanes per channel: the channel bytes land in the low byte
+// of each lane, so they convert to floats directly, and the three result channels merge back into
+// lanes (b | g << 8 | r << 16) that a byte permute or a masked store puts in place. Rows end under
+// masks, so there is no scalar tail.
+struct TWideTwist {
+    __m512 T[3][4];
+    explicit TWideTwist(const Ipp32f twist[3][4])
+    {
+        for (int k = 0; k < 3; ++k)
+            for (int i = 0; i < 4; ++i)
+                T[k][i] = _mm512_set1_ps(twist[k][i]);
+    }
+    // Lanes b | g << 8 | r << 16 of the twisted pixels.
+    __m512i operator()(__m512i b, __m512i g, __m512i r) const
+    {
+        const __m512 fb = _mm512_cvtepi32_ps(b), fg = _mm512_cvtepi32_ps(g);
+        const __m512 fr = _mm512_cvtepi32_ps(r);
+        __m512i q[3];
+        for (int k = 0; k < 3; ++k) {
+            const __m512 sum = _mm512_add_ps(
+                _mm512_add_ps(_mm512_add_ps(_mm512_mul_ps(T[k][0], fb), _mm512_mul_ps(T[k][1], fg)),
+                              _mm512_mul_ps(T[k][2], fr)),
+                T[k][3]);
+            q[k] = _mm512_cvtps_epi32(ClampF(sum));
+        }
+        return _mm512_ternarylogic_epi32(q[0], _mm512_slli_epi32(q[1], 8),
+                                         _mm512_slli_epi32(q[2], 16), 0xFE); // a | b | c
+    }
+};
+
+inline __mmask64 FirstBytes(int n)
+{
+    return n >= 64 ? ~__mmask64(0) : (__mmask64(1) << n) - 1;
+}
+
+// Four-byte pixels: the channels are shifts of the pixel lanes; the store skips the alpha bytes.
+IppStatus TwistFourBytePixels(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
+                              IppiSize roi, const Ipp32f twist[3][4])
+{
+    const TWideTwist apply(twist);
+    const __m512i low = _mm512_set1_epi32(0xFF);
+    constexpr __mmask64 kColours = 0x7777777777777777ull;
+    for (int y = 0; y < roi.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        for (int x = 0; x < roi.width; x += kBlock) {
+            const __mmask64 live = FirstBytes(4 * (roi.width - x));
+            const __m512i px = _mm512_maskz_loadu_epi8(live, in + 4 * x);
+            const __m512i b = _mm512_and_si512(px, low);
+            const __m512i g = _mm512_and_si512(_mm512_srli_epi32(px, 8), low);
+            const __m512i r = _mm512_and_si512(_mm512_srli_epi32(px, 16), low);
+            _mm512_mask_storeu_epi8(out + 4 * x, live & kColours, apply(b, g, r));
+        }
+    }
+    return ippStsNoErr;
+}
+
+// Byte indices: lane byte 4 i of channel c's vector is byte 3 i + c of sixteen three-byte pixels
+// (the zero-masked permute clears the other three bytes of each lane); the inverse takes byte
+// 3 i + c of the output from byte 4 i + c of the merged lanes.
+struct TThreeByteIndices {
+    __m512i Channel[3];
+    __m512i Merge;
+    TThreeByteIndices()
+    {
+        alignas(64) Ipp8u channel[3][64] = {}, merge[64] = {};
+        for (int i = 0; i < kBlock; ++i)
+            for (int c = 0; c < 3; ++c) {
+                channel[c][4 * i] = Ipp8u(3 * i + c);
+                merge[3 * i + c] = Ipp8u(4 * i + c);
+            }
+        for (int c = 0; c < 3; ++c)
+            Channel[c] = _mm512_load_si512(channel[c]);
+        Merge = _mm512_load_si512(merge);
+    }
+};
+
+__attribute__((target("avx512vbmi"))) IppStatus TwistThreeBytePixels(const Ipp8u* pSrc, int srcStep,
+                                                                     Ipp8u* pDst, int dstStep,
+                                                                     IppiSize roi,
+                                                                     const Ipp32f twist[3][4])
+{
+    const TWideTwist apply(twist);
+    static const TThreeByteIndices kIndices;
+    const TThreeByteIndices idx = kIndices; // kept in registers across the stores
+    constexpr __mmask64 kLaneLowBytes = 0x1111111111111111ull;
+    for (int y = 0; y < roi.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        for (int x = 0; x < roi.width; x += kBlock) {
+            const __mmask64 live = FirstBytes(3 * std::min(kBlock, roi.width - x));
+            const __m512i px = _mm512_maskz_loadu_epi8(live, in + 3 * x);
+            __m512i channel[3];
+            for (int c = 0; c < 3; ++c)
+                channel[c] = _mm512_maskz_permutexvar_epi8(kLaneLowBytes, idx.Channel[c], px);
+            const __m512i merged = apply(channel[0], channel[1], channel[2]);
+            _mm512_mask_storeu_epi8(out + 3 * x, live,
+                                    _mm512_permutexvar_epi8(idx.Merge, merged));
+        }
+    }
+    return ippStsNoErr;
+}
+
+// Gamma through the byte table: every colour byte looked up, alpha bytes (AC4) never stored.
+template <TFXLayout L>
+__attribute__((target("avx512vbmi"))) IppStatus MapThroughByteTable(const Ipp8u* pSrc, int srcStep,
+                                                                    Ipp8u* pDst, int dstStep,
+                                                                    IppiSize roi,
+                                                                    const Ipp8u* table)
+{
+    const TByteTable t = LoadByteTable(table);
+    const int n = roi.width * FXChannels(L);
+    constexpr __mmask64 kStored = FXChannels(L) == 4 ? 0x7777777777777777ull : ~0ull;
+    for (int y = 0; y < roi.height; ++y) {
+        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        for (int i = 0; i < n; i += 64) {
+            const __mmask64 live = FirstBytes(n - i);
+            _mm512_mask_storeu_epi8(out + i, live & kStored,
+                                    LookUp(t, _mm512_maskz_loadu_epi8(live, in + i)));
+        }
+    }
+    return ippStsNoErr;
+}
+
+#endif
 
 } // namespace
 
@@ -184,6 +315,12 @@ IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
                         const Ipp32f twist[3][4])
 {
     constexpr int kCh = FXChannels(L);
+#if defined(FX_SIMD_LEVEL_AVX512)
+    if constexpr (kCh == 4)
+        return TwistFourBytePixels(pSrc, srcStep, pDst, dstStep, roiSize, twist);
+    else if (HasBytePermutes())
+        return TwistThreeBytePixels(pSrc, srcStep, pDst, dstStep, roiSize, twist);
+#endif
     const TSplit3& split = Split3();
     const __m128i alphaMask = _mm_set1_epi32(int(0xFF000000u));
     for (int y = 0; y < roiSize.height; ++y) {
@@ -262,6 +399,10 @@ template <TFXLayout L>
 IppStatus MapThroughTable(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
                           const Ipp8u* table)
 {
+#if defined(FX_SIMD_LEVEL_AVX512)
+    if (HasBytePermutes())
+        return MapThroughByteTable<L>(pSrc, srcStep, pDst, dstStep, roi, table);
+#endif
     for (int y = 0; y < roi.height; ++y) {
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out = FXRowAt(pDst, dstStep, y);

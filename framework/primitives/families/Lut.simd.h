@@ -6,6 +6,7 @@
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/simd/FXVec.h"
+#include "framework/primitives/simd/FXVecBytePermute.h"
 
 #include <algorithm>
 #include <array>
@@ -195,18 +196,7 @@ MapPalette(const Ipp8u* in, Ipp32u* out, int width, const Ipp32u* table, unsigne
 
 #if defined(FX_SIMD_LEVEL_AVX512)
 
-// Byte permutes (AVX-512 VBMI) look a whole 256-entry table up in three instructions, which
-// makes 8-bit tables run at memory speed. Not part of the level's baseline (Skylake-X lacks
-// it), so it is checked once at run time; without it the scalar rows run.
-bool HasBytePermutes()
-{
-    static const bool kHas = __builtin_cpu_supports("avx512vbmi");
-    return kHas;
-}
-
-struct TByteTable {
-    __m512i Q[4];
-};
+// Byte permutes (simd/FXVecBytePermute.h) make 8-bit tables run at memory speed.
 
 // The registers and lane masks of one image, prepared once.
 struct TBytePermuteImage {
@@ -215,21 +205,13 @@ struct TBytePermuteImage {
     std::uint64_t Lanes[4][4] = {}; // [phase][c]: lanes of channel c when i % channels == phase
 };
 
-__attribute__((target("avx512vbmi"))) inline __m512i LookUp(const TByteTable& t, __m512i idx)
-{
-    const __m512i low = _mm512_permutex2var_epi8(t.Q[0], idx, t.Q[1]);
-    const __m512i high = _mm512_permutex2var_epi8(t.Q[2], idx, t.Q[3]);
-    return _mm512_mask_blend_epi8(_mm512_movepi8_mask(idx), low, high);
-}
-
 template <TFXLayout L> TBytePermuteImage PrepareBytePermutes(const TTables<Ipp8u>& t)
 {
     constexpr int kCh = FXChannels(L);
     TBytePermuteImage image;
     image.Tables = t.Same ? 1 : t.Count;
     for (int c = 0; c < image.Tables; ++c)
-        for (int q = 0; q < 4; ++q)
-            image.Table[c].Q[q] = _mm512_loadu_si512(t[c] + 64 * q);
+        image.Table[c] = LoadByteTable(t[c]);
     for (int phase = 0; phase < kCh; ++phase)
         for (int j = 0; j < 64; ++j)
             image.Lanes[phase][(phase + j) % kCh] |= std::uint64_t(1) << j;
@@ -288,8 +270,7 @@ TPalettePlanes PreparePalette(const Ipp32u* table, int nBitSize)
             bytes[k][v] = Ipp8u(table[unsigned(v) & mask] >> (8 * k));
     TPalettePlanes planes;
     for (int k = 0; k < 4; ++k)
-        for (int q = 0; q < 4; ++q)
-            planes.Plane[k].Q[q] = _mm512_load_si512(bytes[k] + 64 * q);
+        planes.Plane[k] = LoadByteTable(bytes[k]);
     return planes;
 }
 

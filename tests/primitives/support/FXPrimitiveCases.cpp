@@ -349,7 +349,8 @@ using TTwist = std::array<std::array<Ipp32f, 4>, 3>;
 TTwist TwistFor(int variant, std::mt19937& rng)
 {
     std::uniform_real_distribution<float> weight(-1.5f, 1.5f), offset(-128.0f, 128.0f);
-    switch (variant % 4) {
+    constexpr float kInf = std::numeric_limits<float>::infinity();
+    switch (variant % 5) {
     case 0: { // random weights and offsets: saturates both ways
         TTwist t;
         for (auto& row : t)
@@ -362,8 +363,10 @@ TTwist TwistFor(int variant, std::mt19937& rng)
         return {{{0.257f, 0.504f, 0.098f, 16},
                  {-0.148f, -0.291f, 0.439f, 128},
                  {0.439f, -0.368f, -0.071f, 128}}};
-    default: // channel permutation
+    case 3: // channel permutation
         return {{{0, 0, 1, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}}};
+    default: // sums beyond any integer, infinities and NaN (infinity times a zero sample)
+        return {{{1e30f, -1e30f, 0, 0}, {kInf, 0, 0, -1e20f}, {0, -kInf, 1, 0}}};
     }
 }
 
