@@ -147,6 +147,14 @@ void SetCurves(TFXColorLookup& lookup, TFXColorLookupMode mode, int top)
                 cv::threshold(a, b, 128, 0, cv::THRESH_TOZERO_INV);
             });
         });
+        if (type == CV_8UC4) // the same work as the component: the input's alpha put back
+            FXRegisterBench("opencv/threshold-keeping-alpha/" + n, [f](auto& s) {
+                FXRunOpenCv(s, f, [](const cv::Mat& a, cv::Mat& b) {
+                    cv::threshold(a, b, 128, 0, cv::THRESH_TOZERO_INV);
+                    const int alpha[] = {3, 3};
+                    cv::mixChannels(&a, 1, &b, 1, alpha, 1);
+                });
+            });
         FXRegisterBench("opencv/cvtColor-HLS-roundtrip/" + n, [f, type](auto& s) {
             FXRunOpenCv(s, f, [type](const cv::Mat& a, cv::Mat& b) {
                 static thread_local cv::Mat hls;

@@ -109,6 +109,15 @@ void RegisterAll()
         FXRegisterBench("Components/Mirror/" + fmt + "/opencv", [f](benchmark::State& s) {
             FXRunOpenCv(s, f, [](const cv::Mat& in, cv::Mat& out) { cv::flip(in, out, 1); });
         });
+        if (f == vfRGB32) // the same work as the component: alpha left where it was
+            FXRegisterBench("Components/Mirror/" + fmt + "/opencv-keeping-alpha",
+                            [f](benchmark::State& s) {
+                                FXRunOpenCv(s, f, [](const cv::Mat& in, cv::Mat& out) {
+                                    cv::flip(in, out, 1);
+                                    const int alpha[] = {3, 3};
+                                    cv::mixChannels(&in, 1, &out, 1, alpha, 1);
+                                });
+                            });
         // OpenCV draws the noise into a frame; adding it costs one more pass on top.
         FXRegisterBench("Components/GaussNoise/" + fmt + "/opencv", [f](benchmark::State& s) {
             FXRunOpenCv(s, f, [](const cv::Mat&, cv::Mat& out) { cv::randn(out, 0, 100); });

@@ -20,19 +20,20 @@ template <TFXLayout L> struct TPattern {
     VU8 Phase[kMaxChannels];
 };
 
-// entries[c] for the lanes of colour channel c; alpha lanes get `alpha`.
+// entries[c] for the lanes of colour channel c; alpha lanes get `alpha`. One run of the period
+// serves every phase (a load at the phase's offset), so a call prepares its vectors cheaply
+// (callers that keep four-channel alpha run the primitive strip by strip).
 template <TFXLayout L> TPattern<L> Repeat(const Ipp8u* entries, Ipp8u alpha)
 {
     constexpr int kCh = FXChannels(L);
-    TPattern<L> p;
-    for (int phase = 0; phase < kCh; ++phase) {
-        Ipp8u lanes[kVecBytes];
-        for (int j = 0; j < kVecBytes; ++j) {
-            const int c = (phase + j) % kCh;
-            lanes[j] = c < 3 ? entries[c] : alpha;
-        }
-        p.Phase[phase] = Load(lanes);
+    Ipp8u lanes[kVecBytes + kMaxChannels];
+    for (int j = 0; j < kVecBytes + kCh; ++j) {
+        const int c = j % kCh;
+        lanes[j] = c < 3 ? entries[c] : alpha;
     }
+    TPattern<L> p;
+    for (int phase = 0; phase < kCh; ++phase)
+        p.Phase[phase] = Load(lanes + phase);
     return p;
 }
 
