@@ -234,10 +234,37 @@ void ExpectSameTableLookups(const TFXCaseImages& images, const std::vector<Ipp8u
 // by `Spread`, in at most `Percent` percent of the samples.
 struct TFXColorAgreement {
     std::string_view Prefix;
-    int Block;   // 0: no exact part; -1: not calibrated yet (skipped)
+    int Block;   // 0: no exact part; -1: not compared (Why says why)
     int Spread;  // largest difference allowed outside the exact part
     int Percent; // share of samples allowed to differ
+    // The pixels whose result is compared (nullptr: all): the source pixel, its column and the
+    // row's width; see LuvCompared.
+    bool (*Compared)(const Ipp8u* pixel, int x, int width) = nullptr;
+    std::string_view Why = {};
 };
+
+// LUV -> RGB divides by v' = V / 13 L + v'n, which is zero along a plane of the LUV cube: near it
+// X and Z are quotients of rounding errors, and two float evaluations of the same formula in a
+// different order differ by anything up to 255 (IPP and ours: 256 of the 2^24 inputs, where v'
+// has opposite signs). IPP's vector code (blocks of 8 pixels; its AVX2 and AVX-512 libraries
+// agree on the whole cube) is within 1 of ours wherever |v'| >= 0.03 (measured over the whole
+// cube: 95.9% equal, 4.1% differ by one, almost all in blue, where IPP's values stray about 0.3
+// from the exact ones); 0.8% of the cube lies closer to the plane. The scalar code IPP runs on
+// the last (width % 8) pixels of a row is not its vector code's equal: at small L it differs
+// from it (and from us) by up to 30, so those pixels are not compared. IPP's four-channel
+// function is another computation again: it gives the bytes of its three-channel one on only a
+// third of the cube (two thirds differ, a tenth by 2 to over 100); ours gives both layouts the
+// three-channel bytes.
+bool LuvCompared(const Ipp8u* luv, int x, int width)
+{
+    if (x >= width / 8 * 8)
+        return false;
+    if (luv[0] == 0)
+        return true; // black
+    const double l = luv[0] * 100.0 / 255.0, v = luv[2] * 262.0 / 255.0 - 140.0;
+    const double vn = 9 * 0.329016 / (-2 * 0.312713 + 12 * 0.329016 + 3);
+    return std::fabs(v / (13.0 * l) + vn) >= 0.03;
+}
 
 constexpr TFXColorAgreement kColorAgreement[] = {
     {"ippiRGBToHLS", 8, 1, 100},  {"ippiBGRToHLS", 0, 1, 60},  {"ippiHLSToRGB", 8, 1, 100},
@@ -245,7 +272,11 @@ constexpr TFXColorAgreement kColorAgreement[] = {
     {"ippiRGBToYUV", 0, 1, 25},   {"ippiYUVToRGB", 0, 2, 50},  {"ippiRGBToYCbCr", 0, 1, 10},
     {"ippiYCbCrToRGB", 0, 1, 35}, {"ippiRGBToXYZ", 0, 1, 10},  {"ippiXYZToRGB", 0, 1, 10},
     {"ippiRGBToYCC", 0, 1, 10},   {"ippiYCCToRGB", 0, 1, 35},  {"ippiRGBToLUV", 0, 1, 10},
-    {"ippiLUVToRGB", -1, 0, 0},   {"ippiBGRToLab", 0, 1, 10},  {"ippiLabToBGR", 0, 1, 10},
+    {"ippiLUVToRGB_8u_AC4R", -1, 0, 0, nullptr,
+     "IPP's four-channel LUV -> RGB disagrees with its own three-channel function on two thirds "
+     "of the colour cube (see LuvCompared); the three-channel one is compared"},
+    {"ippiLUVToRGB", 0, 1, 8, LuvCompared},
+    {"ippiBGRToLab", 0, 1, 10},   {"ippiLabToBGR", 0, 1, 10},
     {"ippiGamma", 1, 0, 0},       {"ippiColorTwist", 1, 0, 0},
 };
 
@@ -267,9 +298,7 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
     const prim::TFXShapeGeometry g = prim::FXShapeGeometry(p.Shape, p.Sample, p.Layout);
     const bool division = p.Name.starts_with("ippiDiv_");
     if (colour != nullptr && colour->Block < 0)
-        GTEST_SKIP() << p.Name
-                     << ": IPP differs by more than one in places (its handling of "
-                        "out-of-gamut intermediate values is not reproduced yet)";
+        GTEST_SKIP() << p.Name << ": " << colour->Why;
     long outsideBlocks = 0;
     int compared = 0;
     long differing = 0, samples = 0, halves = 0, exactDiffering = 0;
@@ -362,7 +391,12 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
         const int channels =
             colour != nullptr ? prim::FXProcessedChannels(p.Layout) : prim::FXChannels(p.Layout);
         for (int y = 0; y < c.Roi.height; ++y)
-            for (int x = 0; x < c.Roi.width; ++x)
+            for (int x = 0; x < c.Roi.width; ++x) {
+                if (colour != nullptr && colour->Compared != nullptr &&
+                    !colour->Compared(images.SrcRoi() + std::size_t(y) * images.SrcStep() +
+                                          std::size_t(x) * g.SrcPixelBytes,
+                                      x, c.Roi.width))
+                    continue;
                 for (int ch = 0; ch < channels; ++ch) {
                     const std::size_t at = images.DstOffset(x, y, ch);
                     const double a = SampleAt(ours.Dst, at, g.DstSample);
@@ -379,6 +413,7 @@ TEST_P(IppDifferential, EqualsRealIppByteForByte)
                                ") channel " + std::to_string(ch) + ", " + c.Describe();
                     });
                 }
+            }
     }
     EXPECT_GT(compared, 0);
     RecordProperty("compared_cases", compared);
