@@ -5,7 +5,6 @@
 #include "framework/primitives/FXFamily.h"
 #include "framework/primitives/FXIsa.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
