@@ -2,8 +2,10 @@
 // Noise primitives reproduce IPP's generator: the values and seed words below were read from
 // IPP 2022 (ippiAddRandUniform_8u_C1IR and friends), so the generator is pinned without the real
 // IPP at hand.
+#include "framework/primitives/FXCpu.h"
 #include "framework/primitives/dispatch/FXPrimitiveLayer.h"
 #include "framework/primitives/dispatch/Fxdispatcher.h"
+#include "tests/primitives/support/FXPrimitiveCases.h"
 
 #include <gtest/gtest.h>
 
@@ -105,6 +107,59 @@ TEST_F(Noise, SamplesOnAHalfRoundToEven)
     ASSERT_EQ(ipp::ippiAddRandUniform_Direct_8u_C1IR(img.data(), 3, {3, 1}, 0, 2, &seed),
               ippStsNoErr);
     EXPECT_EQ(img[2], 3) << "1.5 -> 2";
+}
+
+// The vector levels draw the generator's words a chunk of pixels at a time and the Gaussian's
+// candidate pairs a batch at a time: sizes on both sides of those boundaries, rows that split a
+// batch, single pixels (a Gaussian pair's second value dropped), padded rows and extreme seed
+// words, each against the reference sample for sample, seed word after the call included.
+TEST(NoiseLevels, ChunksAndBatchesAgreeWithTheReference)
+{
+    struct TGeometry {
+        IppiSize Roi;
+        int Pad;
+    };
+    const TGeometry geometries[] = {{{1, 1}, 0},    {{2, 3}, 3},   {{5, 7}, 1},
+                                    {{682, 2}, 0},  {{683, 2}, 7}, {{513, 3}, 2},
+                                    {{2049, 1}, 0}, {{700, 4}, 5}, {{257, 9}, 0}};
+    const std::uint32_t seeds[] = {0u, 0xFFFFFFFFu, 0x80000000u, 2024u};
+    const char* names[] = {
+        "ippiAddRandUniform_Direct_8u_C1IR",  "ippiAddRandUniform_Direct_8u_C3IR",
+        "ippiAddRandUniform_Direct_8u_C4IR",  "ippiAddRandUniform_Direct_8u_AC4IR",
+        "ippiAddRandUniform_Direct_16u_C1IR", "ippiAddRandGauss_Direct_8u_C1IR",
+        "ippiAddRandGauss_Direct_8u_C3IR",    "ippiAddRandGauss_Direct_8u_C4IR",
+        "ippiAddRandGauss_Direct_8u_AC4IR",   "ippiAddRandGauss_Direct_16u_C1IR"};
+    int ran = 0;
+    for (const char* name : names) {
+        const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive(name);
+        ASSERT_NE(p, nullptr) << name;
+        const bool wide = p->Sample == prim::TFXSample::U16;
+        for (std::size_t g = 0; g < std::size(geometries); ++g) {
+            TFXCase c;
+            c.Roi = geometries[g].Roi;
+            c.DstPad = geometries[g].Pad * (wide ? 2 : 1);
+            c.NoiseSeed = seeds[g % std::size(seeds)];
+            // uniform: full, reversed and narrow ranges; Gaussian: (mean, deviation)
+            const int bounds[3][2] = {{0, 255}, {200, 10}, {100, 103}};
+            c.Values[0] = bounds[g % 3][0] * (wide ? 257 : 1);
+            c.Values[1] = bounds[g % 3][1] * (wide ? 257 : 1);
+            const TFXCaseImages images(*p, c);
+            const TFXRunResult expected = images.Run(p->At(TFXSimdLevel::Ref));
+            for (TFXSimdLevel level :
+                 {TFXSimdLevel::Sse41, TFXSimdLevel::Avx2, TFXSimdLevel::Avx512}) {
+                if (!FXCpuSupports(level) || !p->Has(level))
+                    continue;
+                const TFXRunResult actual = images.Run(p->At(level));
+                ASSERT_EQ(images.FirstDamagedGuard(actual.Dst), -1) << c.Describe();
+                ASSERT_TRUE(actual.Dst == expected.Dst)
+                    << name << " at " << FXLevelName(level) << ", " << c.Describe();
+                ASSERT_EQ(actual.NoiseSeed, expected.NoiseSeed)
+                    << name << " at " << FXLevelName(level) << ", " << c.Describe();
+                ++ran;
+            }
+        }
+    }
+    EXPECT_GT(ran, 0) << "no vector level on this machine";
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "framework/primitives/FXFamily.h"
 #include "framework/primitives/FXIsa.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -39,79 +38,38 @@ inline namespace FX_ISA_NS {
 //           z = 69069 * z + 1013904243
 //           the output is the signed 32-bit word y + z
 // The seed a call returns is the last y, so the next call starts a fresh sequence from it.
+// The sign test on the wrapped word (not on the true difference) makes y no plain
+// subtract-with-borrow sequence modulo 2^32 - 18: two states can share a successor, so it has
+// no multiplicative jump-ahead and every word waits on the one before.
+inline constexpr std::uint32_t kFXLcgMul = 69069u, kFXLcgAdd = 1013904243u;
+inline constexpr std::uint32_t kFXLcgStart = 1131199209u;
+
+// The generator one output at a time, exactly as described above (the reference runs it).
 class TFXIppRandom {
 public:
-    static constexpr int kMaxTake = 64;
-
     explicit TFXIppRandom(std::uint32_t seed)
-        : FY{seed, kMul * seed + kAdd, kMul * (kMul * seed + kAdd) + kAdd}
+        : FY{seed, kFXLcgMul * seed + kFXLcgAdd,
+             kFXLcgMul * (kFXLcgMul * seed + kFXLcgAdd) + kFXLcgAdd}
     {
-        std::uint32_t z = 1131199209u;
-        for (std::uint32_t& next : FZNext)
-            next = z = kMul * z + kAdd;
     }
 
-    std::int32_t Next() { return *Take(1); }
-
-    // The next n outputs (n <= kMaxTake), consecutive.
-    const std::int32_t* Take(int n)
+    std::int32_t Next()
     {
-        if (FCount - FAt < n)
-            Refill();
-        const std::int32_t* p = FOut + FAt;
-        FAt += n;
-        return p;
+        std::uint32_t y = FY[1] - FY[2] - FBorrow;
+        FBorrow = std::int32_t(y) < 0 ? 1u : 0u;
+        y -= 18u * FBorrow;
+        FY[2] = FY[1], FY[1] = FY[0], FY[0] = y;
+        FZ = kFXLcgMul * FZ + kFXLcgAdd;
+        return std::int32_t(y + FZ);
     }
 
     // The seed word after the outputs taken so far.
-    std::uint32_t Seed() const { return FAt == 0 ? FY[0] : FYs[FAt - 1]; }
+    std::uint32_t Seed() const { return FY[0]; }
 
 private:
-    static constexpr std::uint32_t kMul = 69069u, kAdd = 1013904243u;
-    // Four steps of z at once: z(n + 4) = kMul^4 z(n) + kAdd (kMul^3 + kMul^2 + kMul + 1).
-    static constexpr std::uint32_t kMul4 = kMul * kMul * kMul * kMul;
-    static constexpr std::uint32_t kAdd4 = kAdd * (kMul * kMul * kMul + kMul * kMul + kMul + 1u);
-    static constexpr int kBlock = 252; // a multiple of 3 (the y rotation) and 4 (the z chains)
-
-    // Outputs ahead of use, after the ones not taken yet: y is one chain (each word needs the
-    // previous borrow), z four interleaved ones, so neither waits on a multiplication.
-    void Refill()
-    {
-        const int kept = FCount - FAt;
-        std::copy(FOut + FAt, FOut + FCount, FOut);
-        std::copy(FYs + FAt, FYs + FCount, FYs);
-        std::uint32_t* ys = FYs + kept;
-        // newest, previous, oldest; three steps per turn, each overwriting the oldest
-        std::uint32_t a = FY[0], b = FY[1], c = FY[2], borrow = FBorrow;
-        auto step = [&borrow](std::uint32_t previous, std::uint32_t& oldest) {
-            const std::uint32_t y = previous - oldest - borrow;
-            borrow = y >> 31; // negative as a signed word (no branch: it is a coin toss)
-            oldest = y - 18 * borrow;
-            return oldest;
-        };
-        for (int i = 0; i < kBlock; i += 3) {
-            ys[i] = step(b, c);     // newest c, previous a, oldest b
-            ys[i + 1] = step(a, b); // newest b, previous c, oldest a
-            ys[i + 2] = step(c, a); // newest a, previous b, oldest c
-        }
-        FY[0] = a, FY[1] = b, FY[2] = c, FBorrow = borrow;
-        std::uint32_t z[4] = {FZNext[0], FZNext[1], FZNext[2], FZNext[3]};
-        for (int i = 0; i < kBlock; i += 4)
-            for (int k = 0; k < 4; ++k) {
-                FOut[kept + i + k] = std::int32_t(ys[i + k] + z[k]);
-                z[k] = kMul4 * z[k] + kAdd4;
-            }
-        std::copy(z, z + 4, FZNext);
-        FAt = 0;
-        FCount = kept + kBlock;
-    }
-
     std::uint32_t FY[3]; // newest first
     std::uint32_t FBorrow = 1;
-    std::uint32_t FZNext[4]; // z of the next four outputs generated
-    std::uint32_t FYs[kBlock + kMaxTake];
-    std::int32_t FOut[kBlock + kMaxTake];
-    int FAt = 0, FCount = 0;
+    std::uint32_t FZ = kFXLcgStart;
 };
 
 // v rounded to the nearest integer, halves to even, for |v| < 2^51: adding 1.5 * 2^52 leaves
@@ -173,20 +131,6 @@ void FXAddNoise(T* pSrcDst, int srcDstStep, IppiSize roiSize, Noise noise)
                 v = FXAddSaturated(v, noise());
             }
     }
-}
-
-// Gaussian noise: mean + stdev * g, rounded to nearest with halves to even (every level runs
-// this: the polar method's redraws leave nothing to vectorise).
-template <class T, TFXLayout L>
-IppStatus FXAddRandGauss(T* pSrcDst, int srcDstStep, IppiSize roiSize, T mean, T stdev,
-                         unsigned int* pSeed)
-{
-    TFXIppRandom rnd(*pSeed);
-    TFXIppGauss gauss(rnd);
-    FXAddNoise<T, L>(pSrcDst, srcDstStep, roiSize,
-                     [&] { return FXRoundHalfEven(double(mean) + double(stdev) * gauss.Next()); });
-    *pSeed = rnd.Seed();
-    return ippStsNoErr;
 }
 
 } // namespace FX_ISA_NS

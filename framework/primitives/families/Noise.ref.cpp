@@ -20,11 +20,18 @@ IppStatus AddRandUniform(T* pSrcDst, int srcDstStep, IppiSize roiSize, T low, T 
     return ippStsNoErr;
 }
 
+// Sample = mean + stdev * g, g from the polar method (TFXIppGauss), rounded to nearest with halves
+// to even.
 template <class T, TFXLayout L>
 IppStatus AddRandGauss(T* pSrcDst, int srcDstStep, IppiSize roiSize, T mean, T stdev,
                        unsigned int* pSeed)
 {
-    return FXAddRandGauss<T, L>(pSrcDst, srcDstStep, roiSize, mean, stdev, pSeed);
+    TFXIppRandom rnd(*pSeed);
+    TFXIppGauss gauss(rnd);
+    FXAddNoise<T, L>(pSrcDst, srcDstStep, roiSize,
+                     [&] { return FXRoundHalfEven(double(mean) + double(stdev) * gauss.Next()); });
+    *pSeed = rnd.Seed();
+    return ippStsNoErr;
 }
 
 FX_KERNEL_TABLE(Noise, FX_NOISE_PRIMITIVES)
