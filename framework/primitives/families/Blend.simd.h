@@ -120,6 +120,32 @@ inline VI32 CompositeDouble(const Ipp16u* a, const Ipp16u* b, VF64 p, VF64 q)
     return RoundToI32(half(0), half(kLanes64));
 }
 
+#if defined(FX_SIMD_LEVEL_AVX512)
+// The same for 32 samples, with fewer instructions: samples widened straight to 64-bit lanes
+// and converted by one instruction; the sum rounded to an integer by adding 1.5 * 2^52 (its
+// low 32 bits then hold the integer: the same rounding to nearest, halves to even); the integers
+// of two vectors gathered by one permute, then packed with saturation.
+inline __m512d WidenToF64(const Ipp16u* p)
+{
+    return _mm512_cvtepu64_pd(
+        _mm512_cvtepu16_epi64(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))));
+}
+inline void CompositeDouble32(const Ipp16u* a, const Ipp16u* b, Ipp16u* d, VF64 p, VF64 q)
+{
+    __m512i r[4];
+    for (int k = 0; k < 4; ++k)
+        r[k] = _mm512_castpd_si512(_mm512_add_pd(
+            _mm512_fmadd_pd(WidenToF64(a + 8 * k), p.V, _mm512_mul_pd(WidenToF64(b + 8 * k), q.V)),
+            _mm512_set1_pd(0x1.8p52)));
+    const __m512i low = _mm512_setr_epi32(0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+    // Per 128-bit block: four of samples 0 ... 15, then four of samples 16 ... 31.
+    const __m512i packed = _mm512_packus_epi32(_mm512_permutex2var_epi32(r[0], low, r[1]),
+                                               _mm512_permutex2var_epi32(r[2], low, r[3]));
+    _mm512_storeu_si512(d, _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7),
+                                                    packed));
+}
+#endif
+
 // Weights p = P / 65535, q = Q / 65535 with p + q <= 256 (premultiplied rules and plus with
 // alphas below 256, as a cross-fade uses): p A + q B stays below 2^24, exact in single
 // precision, and its correctly rounded quotient by 65535 rounds to the exact result (the half
@@ -148,8 +174,12 @@ IppStatus CompositeConst16(const Ipp16u* a, int aStep, const Ipp16u* b, int bSte
     const VF64 p = SplatF64(double(w.P) / scale), q = SplatF64(double(w.Q) / scale);
     ForEachRow(a, aStep, b, bStep, d, dStep, roi, 1,
                [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
+#if defined(FX_SIMD_LEVEL_AVX512)
+                   CompositeDouble32(x, y, z, p, q);
+#else
                    Store(z, NarrowSat2(CompositeDouble(x, y, p, q),
                                        CompositeDouble(x + kLanes32, y + kLanes32, p, q)));
+#endif
                });
     return ippStsNoErr;
 }
