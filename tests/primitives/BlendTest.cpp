@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Alpha compositing and weighted accumulation with hand-computed values, called through the
 // bound IPP-named variables.
+#include "framework/primitives/FXPrimitiveRegistry.h"
 #include "framework/primitives/dispatch/Fxbasicdispatcher.h"
 #include "tests/primitives/support/FXBoundPrimitivesTest.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
+#include <random>
 #include <vector>
 
 namespace framix::test {
@@ -80,6 +84,66 @@ TEST_F(Blend, SixteenBitAlphasAreFractionsOf65535)
     ASSERT_EQ(ipp::ippiAlphaCompC_16u_C1R(a, 6, 65535, b, 6, 65535, d, 6, {3, 1}, ippAlphaPlus),
               ippStsNoErr);
     EXPECT_EQ(std::vector<Ipp16u>(d, d + 3), (std::vector<Ipp16u>{65535, 65535, 65535}));
+}
+
+// Runs one constant-alpha compositing primitive with every level this machine has on the same
+// sources and expects the reference's samples (the vector kernels divide by max^2 through
+// reciprocals whose error bounds must keep every rounding exact).
+template <class T>
+void ExpectEveryLevelMatches(const char* name, const std::vector<T>& a, const std::vector<T>& b,
+                             int width, const std::vector<std::array<int, 2>>& alphas)
+{
+    const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive(name);
+    ASSERT_NE(p, nullptr) << name;
+    std::vector<T> expected(a.size()), actual(a.size());
+    prim::TFXShapeArgs args;
+    args.Src = a.data();
+    args.Src2 = b.data();
+    args.SrcStep = args.Src2Step = args.DstStep = width * int(sizeof(T));
+    args.Roi = {width, int(a.size()) / width};
+    for (int type : {ippAlphaOver, ippAlphaIn, ippAlphaOut, ippAlphaATop, ippAlphaXor})
+        for (const auto& [alpha1, alpha2] : alphas) {
+            args.AlphaType = type;
+            args.Values[0] = alpha1, args.Values[1] = alpha2;
+            args.Dst = expected.data();
+            ASSERT_EQ(prim::FXCallShape(p->Shape, p->Sample, p->At(TFXSimdLevel::Ref), args),
+                      ippStsNoErr);
+            for (TFXSimdLevel level : kFXAllSimdLevels) {
+                if (level == TFXSimdLevel::Ref || !p->Has(level) || !FXCpuSupports(level))
+                    continue;
+                args.Dst = actual.data();
+                ASSERT_EQ(prim::FXCallShape(p->Shape, p->Sample, p->At(level), args), ippStsNoErr);
+                const auto at = std::mismatch(actual.begin(), actual.end(), expected.begin());
+                ASSERT_TRUE(at.first == actual.end())
+                    << name << " at " << FXLevelName(level) << ", type " << type << ", alphas "
+                    << alpha1 << "/" << alpha2 << ": samples " << a[at.first - actual.begin()]
+                    << ", " << b[at.first - actual.begin()];
+            }
+        }
+}
+
+// 8-bit: every pair of samples, under rules whose weights are not multiples of 255.
+TEST(BlendLevels, ConstantAlphasRoundLikeTheReferenceForEverySamplePair)
+{
+    std::vector<Ipp8u> a(65536), b(65536);
+    for (int i = 0; i < 65536; ++i)
+        a[i] = Ipp8u(i), b[i] = Ipp8u(i >> 8);
+    ExpectEveryLevelMatches<Ipp8u>(
+        "ippiAlphaCompC_8u_C1R", a, b, 256,
+        {{1, 254}, {37, 200}, {100, 77}, {128, 128}, {201, 3}, {254, 255}, {255, 1}, {13, 131}});
+}
+
+// 16-bit: random samples and alphas (the double-precision path).
+TEST(BlendLevels, SixteenBitConstantAlphasMatchTheReference)
+{
+    std::mt19937 rng(7);
+    std::vector<Ipp16u> a(1 << 18), b(1 << 18);
+    for (std::size_t i = 0; i < a.size(); ++i)
+        a[i] = Ipp16u(rng()), b[i] = Ipp16u(rng());
+    std::vector<std::array<int, 2>> alphas = {{65535, 1}, {1, 65535}, {32768, 32767}};
+    for (int k = 0; k < 8; ++k)
+        alphas.push_back({int(rng() % 65536), int(rng() % 65536)});
+    ExpectEveryLevelMatches<Ipp16u>("ippiAlphaCompC_16u_C1R", a, b, 512, alphas);
 }
 
 // SD + alpha (S - SD) with one rounding: 22.375 + 0.3 * 37.625 is 33.6625004..., which a

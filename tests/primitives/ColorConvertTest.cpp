@@ -255,6 +255,50 @@ TEST(ColorConvert, EveryLevelEqualsTheReferenceAcrossTheColourCube)
     }
 }
 
+// The fixed-point conversions are integer sums built differently by the vector kernels (16-bit
+// multiply-adds, parts of large weights carried by whole word pairs): every level gives the
+// reference's bytes for every one of the 2^24 colours, three- and four-channel (alpha kept), in
+// rows of 4093 pixels that end in tails.
+TEST(ColorConvert, FixedPointConversionsAreExactOnEveryColour)
+{
+    constexpr int kWidth = 4093, kRows = 256, kColours = 1 << 24;
+    for (const char* op :
+         {"RGBToYUV", "YUVToRGB", "RGBToYCbCr", "YCbCrToRGB", "RGBToXYZ", "XYZToRGB"}) {
+        for (const char* layout : {"C3R", "AC4R"}) {
+            const TFXPrimitiveInfo& p = Prim(("ippi" + std::string(op) + "_8u_" + layout).c_str());
+            const int ch = prim::FXChannels(p.Layout);
+            std::vector<Ipp8u> src(std::size_t(kWidth) * kRows * ch);
+            std::vector<Ipp8u> expected(src.size()), actual(src.size());
+            prim::TFXShapeArgs a;
+            a.Src = src.data();
+            a.SrcStep = a.DstStep = kWidth * ch;
+            for (int first = 0; first < kColours; first += kWidth * kRows) {
+                const int rows = std::min(kRows, (kColours - first + kWidth - 1) / kWidth);
+                a.Roi = {kWidth, rows};
+                for (int i = 0; i < kWidth * rows; ++i)
+                    for (int c = 0; c < ch; ++c)
+                        src[std::size_t(i) * ch + c] = Ipp8u(c == 3 ? 0x77 : (first + i) >> 8 * c);
+                std::fill(expected.begin(), expected.end(), Ipp8u(0xA5));
+                a.Dst = expected.data();
+                ASSERT_EQ(prim::FXCallShape(p.Shape, p.Sample, p.At(TFXSimdLevel::Ref), a),
+                          ippStsNoErr);
+                for (TFXSimdLevel level : Levels(p)) {
+                    if (level == TFXSimdLevel::Ref)
+                        continue;
+                    std::fill(actual.begin(), actual.end(), Ipp8u(0xA5));
+                    a.Dst = actual.data();
+                    ASSERT_EQ(prim::FXCallShape(p.Shape, p.Sample, p.At(level), a), ippStsNoErr);
+                    const auto at = std::mismatch(actual.begin(), actual.end(), expected.begin());
+                    ASSERT_TRUE(at.first == actual.end())
+                        << p.Name << " at " << FXLevelName(level) << ": colour "
+                        << first + (at.first - actual.begin()) / ch << ", channel "
+                        << (at.first - actual.begin()) % ch;
+                }
+            }
+        }
+    }
+}
+
 TEST(ColorTwist, RoundsHalvesToEvenAndSaturates)
 {
     const float twist[3][4] = {{0.5f, 0, 0, 0}, {2.0f, 0, 0, 0}, {-1.0f, 0, 0, 10.25f}};

@@ -14,8 +14,9 @@
 
 // Compositing computes (P * A + Q * B) / M^2 rounded to nearest (FXCompositeWeights) in one of
 // three exact ways: weights that are multiples of M in 16-bit lanes (8-bit samples), 8-bit
-// products in single precision (sums below 2^24 are exact and the division is correctly
-// rounded), and 16-bit products in double precision.
+// products in single precision (sums below 2^24 are exact and the quotient is within the
+// distance that separates the exact value from a half), and 16-bit samples times weights
+// divided by M^2 in double precision.
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
@@ -37,12 +38,22 @@ inline VU16 CompositeByteWeights(VU16 a, VU16 b, VU16 p, VU16 q)
 }
 
 // (P A + Q B) / 65025 from float weights. Every product is below 2^24 and so is the sum
-// wherever the result is at most 256 (beyond, it saturates anyway). The correctly rounded
-// quotient is within 2^-17 of the exact one below 256, while the exact one lies at least
-// 1 / 130050 from a half: rounding it to nearest is exact (checked for every sum below 2^24).
+// wherever the result is at most 256 (beyond, it saturates anyway). The exact quotient lies at
+// least 1 / 130050 from a half; rounding to nearest is exact when the computed quotient is
+// within that of it. A correctly rounded division is within 2^-17 below 256. With fused
+// multiply-adds the division becomes n * (1 / 65025) with the reciprocal split into two floats,
+// hi + lo: fma(n, hi, n lo) is within 2^-17 (its one rounding) plus about 2^-40 (lo's product,
+// the reciprocal's remainder), still inside the bound.
 inline VI32 CompositeFloat(VF32 a, VF32 b, VF32 p, VF32 q)
 {
+#if defined(FX_SIMD_LEVEL_SSE41)
     return RoundToI32(Div(Add(Mul(a, p), Mul(b, q)), SplatF32(65025.0f)));
+#else
+    constexpr double kInverse = 1.0 / 65025.0;
+    constexpr float kHigh = float(kInverse), kLow = float(kInverse - double(kHigh));
+    const VF32 n = MulAdd(a, p, Mul(b, q));
+    return RoundToI32(MulAdd(n, SplatF32(kHigh), Mul(n, SplatF32(kLow))));
+#endif
 }
 
 // The four 32-bit quarters of a vector of bytes, as floats, in the order Narrow4 puts back.
@@ -90,16 +101,50 @@ IppStatus CompositeConst8(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, 
 
 // ---------------------------------------------------------------- 16-bit compositing
 
-// (P A + Q B) / 65535^2 for kLanes32 samples: the products (below 2^48) and their sum are
-// exact in double precision, and the quotient's error (about 2^-52 relative) is far below the
-// exact value's distance from a half (at least 1 / (2 65535^2), and never zero: 65535 is odd).
-inline VI32 CompositeDouble(const Ipp16u* a, const Ipp16u* b, VF64 p, VF64 q, VF64 scale)
+// (P A + Q B) / 65535^2 for kLanes32 samples as A p + B q, with p = P / 65535^2 and
+// q = Q / 65535^2 rounded to double. The exact value lies at least 1 / (2 65535^2), about 2^-33,
+// from a half (never on it: 65535 is odd). The sum stays below 2^17: the weights' roundings move
+// it by at most 2^-38 each, the roundings of B q, of the sum and (without fused multiply-adds)
+// of A p by at most 2^-37 each, under 2^-34 in all, so the rounded sum is the exact result's
+// rounding.
+inline VI32 CompositeDouble(const Ipp16u* a, const Ipp16u* b, VF64 p, VF64 q)
 {
     const auto half = [&](int at) {
-        return Mul(Add(Mul(LoadWidenF64(a + at), p), Mul(LoadWidenF64(b + at), q)), scale);
+        const VF64 bq = Mul(LoadWidenF64(b + at), q);
+#if defined(FX_SIMD_LEVEL_SSE41)
+        return Add(Mul(LoadWidenF64(a + at), p), bq);
+#else
+        return MulAdd(LoadWidenF64(a + at), p, bq);
+#endif
     };
     return RoundToI32(half(0), half(kLanes64));
 }
+
+#if defined(FX_SIMD_LEVEL_AVX512)
+// The same for 32 samples, with fewer instructions: samples widened straight to 64-bit lanes
+// and converted by one instruction; the sum rounded to an integer by adding 1.5 * 2^52 (its
+// low 32 bits then hold the integer: the same rounding to nearest, halves to even); the integers
+// of two vectors gathered by one permute, then packed with saturation.
+inline __m512d WidenToF64(const Ipp16u* p)
+{
+    return _mm512_cvtepu64_pd(
+        _mm512_cvtepu16_epi64(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))));
+}
+inline void CompositeDouble32(const Ipp16u* a, const Ipp16u* b, Ipp16u* d, VF64 p, VF64 q)
+{
+    __m512i r[4];
+    for (int k = 0; k < 4; ++k)
+        r[k] = _mm512_castpd_si512(_mm512_add_pd(
+            _mm512_fmadd_pd(WidenToF64(a + 8 * k), p.V, _mm512_mul_pd(WidenToF64(b + 8 * k), q.V)),
+            _mm512_set1_pd(0x1.8p52)));
+    const __m512i low = _mm512_setr_epi32(0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+    // Per 128-bit block: four of samples 0 ... 15, then four of samples 16 ... 31.
+    const __m512i packed = _mm512_packus_epi32(_mm512_permutex2var_epi32(r[0], low, r[1]),
+                                               _mm512_permutex2var_epi32(r[2], low, r[3]));
+    _mm512_storeu_si512(d, _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7),
+                                                    packed));
+}
+#endif
 
 // Weights p = P / 65535, q = Q / 65535 with p + q <= 256 (premultiplied rules and plus with
 // alphas below 256, as a cross-fade uses): p A + q B stays below 2^24, exact in single
@@ -125,12 +170,16 @@ IppStatus CompositeConst16(const Ipp16u* a, int aStep, const Ipp16u* b, int bSte
                    });
         return ippStsNoErr;
     }
-    const VF64 p = SplatF64(double(w.P)), q = SplatF64(double(w.Q));
-    const VF64 scale = SplatF64(1.0 / double(kM * kM));
+    const double scale = double(kM * kM);
+    const VF64 p = SplatF64(double(w.P) / scale), q = SplatF64(double(w.Q) / scale);
     ForEachRow(a, aStep, b, bStep, d, dStep, roi, 1,
                [&](const Ipp16u* x, const Ipp16u* y, Ipp16u* z, int) {
-                   Store(z, NarrowSat2(CompositeDouble(x, y, p, q, scale),
-                                       CompositeDouble(x + kLanes32, y + kLanes32, p, q, scale)));
+#if defined(FX_SIMD_LEVEL_AVX512)
+                   CompositeDouble32(x, y, z, p, q);
+#else
+                   Store(z, NarrowSat2(CompositeDouble(x, y, p, q),
+                                       CompositeDouble(x + kLanes32, y + kLanes32, p, q)));
+#endif
                });
     return ippStsNoErr;
 }

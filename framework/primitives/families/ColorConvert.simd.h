@@ -63,15 +63,15 @@ IppStatus RGBToHSV(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize ro
 template <class T, TFXLayout L> constexpr auto& RGBToLUV = ConvertWith<L, LuvFromRgb>;
 
 template <class T, TFXLayout L>
-constexpr auto& RGBToXYZ = ConvertWith<L, FixedConvert<kFXRgbToXyz>>;
+constexpr auto& RGBToXYZ = FixedConvert<L, kFXRgbToXyz, kFXRgbToXyzPlan>;
 
 template <class T, TFXLayout L> constexpr auto& RGBToYCC = ConvertWith<L, YccFromRgb>;
 
 template <class T, TFXLayout L>
-constexpr auto& RGBToYCbCr = ConvertWith<L, FixedConvert<kFXRgbToYCbCr>>;
+constexpr auto& RGBToYCbCr = FixedConvert<L, kFXRgbToYCbCr, kFXRgbToYCbCrPlan>;
 
 template <class T, TFXLayout L>
-constexpr auto& RGBToYUV = ConvertWith<L, FixedConvert<kFXRgbToYuv>>;
+constexpr auto& RGBToYUV = FixedConvert<L, kFXRgbToYuv, kFXRgbToYuvPlan>;
 
 template <class T, TFXLayout L> constexpr auto& BGRToLab = ConvertWith<L, LabFromBgr>;
 

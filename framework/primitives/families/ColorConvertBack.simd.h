@@ -60,15 +60,15 @@ TChannelBytes RgbFromYcc(VI32 pixels)
 template <class T, TFXLayout L> constexpr auto& HSVToRGB = ConvertWith<L, RgbFromHsv>;
 
 template <class T, TFXLayout L>
-constexpr auto& YUVToRGB = ConvertWith<L, FixedConvert<kFXYuvToRgb>>;
+constexpr auto& YUVToRGB = FixedConvert<L, kFXYuvToRgb, kFXYuvToRgbPlan>;
 
 template <class T, TFXLayout L>
-constexpr auto& XYZToRGB = ConvertWith<L, FixedConvert<kFXXyzToRgb>>;
+constexpr auto& XYZToRGB = FixedConvert<L, kFXXyzToRgb, kFXXyzToRgbPlan>;
 
 template <class T, TFXLayout L> constexpr auto& YCCToRGB = ConvertWith<L, RgbFromYcc>;
 
 template <class T, TFXLayout L>
-constexpr auto& YCbCrToRGB = ConvertWith<L, FixedConvert<kFXYCbCrToRgb>>;
+constexpr auto& YCbCrToRGB = FixedConvert<L, kFXYCbCrToRgb, kFXYCbCrToRgbPlan>;
 
 template <class T, TFXLayout L> constexpr auto& LUVToRGB = ConvertWith<L, RgbFromLuv>;
 

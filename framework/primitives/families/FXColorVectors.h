@@ -7,10 +7,14 @@
 #include "framework/primitives/FXPrimitiveShapes.h"
 #include "framework/primitives/families/ColorHls.h"
 #include "framework/primitives/families/FXColorMatrix.h"
+#include "framework/primitives/families/FXFixedPlan.h"
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
 
+#include <array>
 #include <bit>
+#include <cstddef>
+#include <utility>
 
 namespace framix::prim::FX_SIMD_NS {
 
@@ -122,51 +126,138 @@ inline const Ipp32f* ReciprocalEstimates()
     return kTable.Values;
 }
 
-// A fixed-point matrix (FXColorMatrix.h) on pixel lanes, exactly as the reference computes it.
-// Each weight (and the bias) is split into k * 65536 + w with w in [-32768, 32767]: k c * 65536
-// is a whole multiple of 65536, so the floor of the sum is the sum of the k c plus the floor of
-// the sum of the w c. The second needs two 16-bit multiply-adds per output channel (a pixel per
-// 32-bit lane as word pairs (c0, c1) and (c2, 1)); the k are small (0, 1 or -1 mostly).
-constexpr int FixedHigh(int w)
+// Fixed-point matrices (FXColorMatrix.h), computed as their plans (FXFixedPlan.h) say: the
+// channel words of each pair come from the loaded pixels by one byte shuffle; an output's sum
+// is its bias, the plan's multiples of pairs and the 16-bit multiply-adds. Its floor over 65536
+// is the sum's high word, so two outputs' high words are blended into one vector and a single
+// signed pack saturates all three outputs to bytes.
+
+// The shuffle that takes pixels as LoadBlocks3 (or a plain load of four-channel pixels) leaves
+// them to lanes holding the words (channel kLo, channel kHi).
+template <int kCh, int kLo, int kHi> constexpr std::array<Ipp32s, kLanes32> PairPattern()
 {
-    return (w + 32768) >> 16;
+    std::array<Ipp32s, kLanes32> pattern{};
+    for (int i = 0; i < kLanes32; ++i) {
+        const int at = (kCh == 3 ? Block3Start(i / 4) : 0) + i % 4 * kCh;
+        pattern[std::size_t(i)] = Ipp32s(unsigned(at + kLo) | 0x80u << 8 |
+                                         unsigned(at + kHi) << 16 | 0x80u << 24);
+    }
+    return pattern;
 }
-constexpr int FixedLow(int w)
+template <int kCh, int kLo, int kHi>
+inline constexpr std::array<Ipp32s, kLanes32> kPairPattern = PairPattern<kCh, kLo, kHi>();
+
+// Bytes of v chosen by pattern (within each 128-bit block; 0x80: zero).
+inline VI32 ShuffleBytesBy(VI32 v, const std::array<Ipp32s, kLanes32>& pattern)
 {
-    return w - FixedHigh(w) * 65536;
+    return AsI32(Shuffle(AsU8(v), AsU8(LoadI32(pattern.data()))));
 }
 
-// sum + k c.
-template <int kK> inline VI32 AddMultiple(VI32 sum, VI32 c)
+// The shuffle from the packed outputs (per 128-bit block: outputs 0 and 1 of four pixels
+// alternating, then output 2 and a zero alternating) to the stored order: twelve bytes per block
+// for three channels, pixel lanes for four (alpha bytes zero, not stored).
+template <int kCh> constexpr std::array<Ipp32s, kLanes32> FixedStorePattern()
 {
-    if constexpr (kK == 0)
+    std::array<Ipp32s, kLanes32> pattern{};
+    for (int i = 0; i < 4 * kLanes32; ++i) {
+        const int at = i % 16, pixel = at / kCh, c = at % kCh;
+        const unsigned from = pixel >= 4 || c == 3 ? 0x80u : c < 2 ? 2 * pixel + c : 8 + 2 * pixel;
+        pattern[std::size_t(i / 4)] |= Ipp32s(from << 8 * (i % 4));
+    }
+    return pattern;
+}
+template <int kCh>
+inline constexpr std::array<Ipp32s, kLanes32> kFixedStorePattern = FixedStorePattern<kCh>();
+
+// True when the processor has the fused 16-bit multiply-add-accumulate (AVX-512 VNNI): checked
+// once at run time, not part of any level.
+inline bool HasWordDotProducts()
+{
+#if defined(FX_SIMD_LEVEL_AVX512)
+    static const bool kHas = __builtin_cpu_supports("avx512vnni");
+    return kHas;
+#else
+    return false;
+#endif
+}
+
+// sum + the multiply-adds of pairs and weights, in one instruction where kFused.
+template <bool kFused> inline VI32 MulAddTo(VI32 sum, VI32 pairs, VI32 weights)
+{
+#if defined(FX_SIMD_LEVEL_AVX512)
+    if constexpr (kFused) {
+        // Intentional: assembly rather than the intrinsic, which would need the VNNI flag for
+        // the whole level; only reached where HasWordDotProducts() holds.
+        __asm__("vpdpwssd %2, %1, %0" : "+v"(sum.V) : "v"(pairs.V), "v"(weights.V));
         return sum;
-    else if constexpr (kK == 1)
-        return Add(sum, c);
-    else if constexpr (kK == -1)
-        return Sub(sum, c);
+    }
+#endif
+    return Add(sum, MulAddWords(pairs, weights));
+}
+
+// sum + k v.
+template <int kK> inline VI32 AddMultiple(VI32 sum, VI32 v)
+{
+    if constexpr (kK > 0)
+        return AddMultiple<kK - 1>(Add(sum, v), v);
+    else if constexpr (kK < 0)
+        return AddMultiple<kK + 1>(Sub(sum, v), v);
     else
-        return Add(sum, MulLo(c, SplatI32(kK)));
+        return sum;
 }
 
-template <TFXFixedMatrix M, int kRow>
-inline VI32 FixedRow(const TWordPairs& pairs, const VI32 (&c)[3])
+// Output kRow's sum; J... enumerates the pairs.
+template <TFXFixedMatrix M, TFXFixedPlan P, bool kFused, int kRow, int... J>
+inline VI32 FixedSum(const VI32 (&pairs)[3], std::integer_sequence<int, J...>)
 {
-    constexpr const int* w = M.W[kRow];
-    constexpr int bias = M.Bias[kRow];
-    const VI32 low = Add(MulAddWords(pairs.P01, AsI32(SplatPair16(FixedLow(w[0]), FixedLow(w[1])))),
-                         MulAddWords(pairs.P2, AsI32(SplatPair16(FixedLow(w[2]), FixedLow(bias)))));
-    VI32 sum = Add(ShiftRightI32(low, 16), SplatI32(FixedHigh(bias)));
-    sum = AddMultiple<FixedHigh(w[0])>(sum, c[0]);
-    sum = AddMultiple<FixedHigh(w[1])>(sum, c[1]);
-    return AddMultiple<FixedHigh(w[2])>(sum, c[2]);
+    constexpr TFXFixedWeights kWeights = FXFixedWeights(M, P);
+    static_assert(kWeights.Exact, "the plan leaves a weight that does not fit 16 bits");
+    VI32 sum = SplatI32(M.Bias[kRow]);
+    ((sum = AddMultiple<P.Add[kRow][J]>(sum, pairs[J])), ...);
+    const auto dot = [&](VI32 v, bool used, int lo, int hi) {
+        if (used)
+            sum = MulAddTo<kFused>(sum, v, AsI32(SplatPair16(lo, hi)));
+    };
+    (dot(pairs[J], P.Dot[kRow][J], kWeights.W[kRow][J][0], kWeights.W[kRow][J][1]), ...);
+    return sum;
 }
 
-template <TFXFixedMatrix M> inline TChannelBytes FixedConvert(VI32 pixels)
+template <int kCh, TFXFixedMatrix M, TFXFixedPlan P, bool kFused>
+inline void FixedConvertPixels(const Ipp8u* in, Ipp8u* out)
 {
-    const TWordPairs pairs = WordPairsOf(pixels);
-    const VI32 c[3] = {ChannelOf(pixels, 0), ChannelOf(pixels, 1), ChannelOf(pixels, 2)};
-    return PixelsOf(FixedRow<M, 0>(pairs, c), FixedRow<M, 1>(pairs, c), FixedRow<M, 2>(pairs, c));
+    const VI32 blocks =
+        kCh == 3 ? LoadBlocks3(in) : LoadI32(reinterpret_cast<const Ipp32s*>(in));
+    VI32 pairs[3] = {};
+    pairs[0] = ShuffleBytesBy(blocks, kPairPattern<kCh, P.Pair[0][0], P.Pair[0][1]>);
+    if constexpr (P.Pairs > 1)
+        pairs[1] = ShuffleBytesBy(blocks, kPairPattern<kCh, P.Pair[1][0], P.Pair[1][1]>);
+    if constexpr (P.Pairs > 2)
+        pairs[2] = ShuffleBytesBy(blocks, kPairPattern<kCh, P.Pair[2][0], P.Pair[2][1]>);
+    constexpr auto kPairs = std::make_integer_sequence<int, P.Pairs>();
+    const VI32 sum0 = FixedSum<M, P, kFused, 0>(pairs, kPairs),
+               sum1 = FixedSum<M, P, kFused, 1>(pairs, kPairs),
+               sum2 = FixedSum<M, P, kFused, 2>(pairs, kPairs);
+    // Per 128-bit block: outputs 0 and 1 of its four pixels alternating, then output 2 and 0.
+    const VI32 bytes = AsI32(PackU8(VI16{HighWordsOf(sum0, sum1).V}, VI16{ShiftRight<16>(sum2).V}));
+    if constexpr (kCh == 3)
+        StoreBlocks3(out, ShuffleBytesBy(bytes, kFixedStorePattern<3>));
+    else
+        StorePixels4(out, ShuffleBytesBy(bytes, kFixedStorePattern<4>));
+}
+
+// The kernel of a fixed-point conversion of layout L; each Op names one, as `template <class T,
+// TFXLayout L> constexpr auto& Op = FixedConvert<L, Matrix, Plan>;`.
+template <TFXLayout L, TFXFixedMatrix M, TFXFixedPlan P>
+IppStatus FixedConvert(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi)
+{
+    constexpr int kCh = FXChannels(L);
+    if (HasWordDotProducts())
+        return ForEachPixelVector<kCh>(
+            pSrc, srcStep, pDst, dstStep, roi,
+            [](const Ipp8u* in, Ipp8u* out) { FixedConvertPixels<kCh, M, P, true>(in, out); });
+    return ForEachPixelVector<kCh>(
+        pSrc, srcStep, pDst, dstStep, roi,
+        [](const Ipp8u* in, Ipp8u* out) { FixedConvertPixels<kCh, M, P, false>(in, out); });
 }
 
 // A colour family's kernel for layout L that converts every pixel with kConvert (pixel lanes

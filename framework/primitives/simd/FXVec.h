@@ -36,7 +36,7 @@
 //     WidenLo/WidenHi (VU8 -> VU16, VU16 -> VI32) and NarrowSat back, in 128-bit-block order
 //     NarrowSat4 (4 VI32 -> VU8), NarrowSat2 (2 VI32 -> VU16) in memory order; MaxLane(VU8)
 //     BroadcastAlpha (every byte of a 4-byte group becomes its last byte)
-//     VI32: CmpEq, Or, Any; VF32: MulAdd (AVX2 and AVX-512 only)
+//     VI32: CmpEq, Or, Any; VF32 and VF64: MulAdd (AVX2 and AVX-512 only)
 //   Copies, conversions, noise and signals:
 //     AsU8, AsI32 (same bits), Shuffle(v, idx) (within each 16-byte lane), Broadcast16 (a
 //     16-byte pattern in every lane), ShiftLeft<N>, ShiftRight<N> (logical), Iota (0, 1, 2 ...

@@ -16,6 +16,11 @@ namespace framix::prim::FX_SIMD_NS {
 // LoadPixels<kCh> reads exactly kCh * kLanes32 bytes; StorePixels<3> writes 3 * kLanes32 bytes,
 // StorePixels<4> the colour bytes of kLanes32 pixels (alpha kept).
 //
+// LoadBlocks3 reads the same bytes as LoadPixels3 but leaves each 128-bit block's four pixels
+// packed, from byte Block3Start(block) of the block on. MulAddWords multiplies signed 16-bit
+// words pairwise and adds each pair; HighWordsOf(a, b) takes the high 16 bits of a's lanes to
+// the low words and b's to the high words.
+//
 // Within each 128-bit block: four pixels of 3 bytes to four lanes.
 #define FX_PIXELS3_SPREAD 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1
 
@@ -27,12 +32,20 @@ struct TChannelBytes {
 
 #if defined(FX_SIMD_LEVEL_AVX512)
 
-inline VI32 LoadPixels3(const Ipp8u* p)
+constexpr int Block3Start(int)
+{
+    return 0;
+}
+inline VI32 LoadBlocks3(const Ipp8u* p)
 {
     const __m512i v = _mm512_maskz_loadu_epi8(__mmask64(0xFFFFFFFFFFFFull), p);
-    const __m512i blocks = _mm512_permutexvar_epi32(
-        _mm512_setr_epi32(0, 1, 2, 2, 3, 4, 5, 5, 6, 7, 8, 8, 9, 10, 11, 11), v);
-    return {_mm512_shuffle_epi8(blocks, _mm512_broadcast_i32x4(_mm_setr_epi8(FX_PIXELS3_SPREAD)))};
+    return {_mm512_permutexvar_epi32(
+        _mm512_setr_epi32(0, 1, 2, 2, 3, 4, 5, 5, 6, 7, 8, 8, 9, 10, 11, 11), v)};
+}
+inline VI32 LoadPixels3(const Ipp8u* p)
+{
+    return {_mm512_shuffle_epi8(LoadBlocks3(p).V,
+                                _mm512_broadcast_i32x4(_mm_setr_epi8(FX_PIXELS3_SPREAD)))};
 }
 inline void StoreBlocks3(Ipp8u* p, VI32 packed)
 {
@@ -68,6 +81,10 @@ inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 {
     return {_mm512_madd_epi16(pairs.V, weights.V)};
 }
+inline VI32 HighWordsOf(VI32 a, VI32 b)
+{
+    return {_mm512_mask_blend_epi16(__mmask32(0xAAAAAAAAu), _mm512_srli_epi32(a.V, 16), b.V)};
+}
 // Three channel lanes saturated to 0 ... 255 (any 32-bit value), as channel bytes.
 inline TChannelBytes PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
@@ -91,14 +108,22 @@ inline VF32 FloatOfBits(VI32 v)
 
 #elif defined(FX_SIMD_LEVEL_AVX2)
 
-inline VI32 LoadPixels3(const Ipp8u* p)
+// The upper block starts 4 bytes early, so no byte past the 24 pixels' bytes is read.
+constexpr int Block3Start(int block)
 {
-    // The upper block starts 4 bytes early, so no byte past the 24 pixels' bytes is read.
+    return 4 * block;
+}
+inline VI32 LoadBlocks3(const Ipp8u* p)
+{
     const __m128i lo = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
     const __m128i hi = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8));
-    const __m256i v = _mm256_set_m128i(hi, lo);
-    return {_mm256_shuffle_epi8(v, _mm256_setr_epi8(FX_PIXELS3_SPREAD, 4, 5, 6, -1, 7, 8, 9, -1, 10,
-                                                    11, 12, -1, 13, 14, 15, -1))};
+    return {_mm256_set_m128i(hi, lo)};
+}
+inline VI32 LoadPixels3(const Ipp8u* p)
+{
+    return {_mm256_shuffle_epi8(LoadBlocks3(p).V,
+                                _mm256_setr_epi8(FX_PIXELS3_SPREAD, 4, 5, 6, -1, 7, 8, 9, -1, 10,
+                                                 11, 12, -1, 13, 14, 15, -1))};
 }
 inline void StoreBlocks3(Ipp8u* p, VI32 packed)
 {
@@ -138,6 +163,10 @@ inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 {
     return {_mm256_madd_epi16(pairs.V, weights.V)};
 }
+inline VI32 HighWordsOf(VI32 a, VI32 b)
+{
+    return {_mm256_blend_epi16(_mm256_srli_epi32(a.V, 16), b.V, 0xAA)};
+}
 inline TChannelBytes PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
     const __m256i bytes =
@@ -160,13 +189,19 @@ inline VF32 FloatOfBits(VI32 v)
 
 #else // SSE4.1
 
-inline VI32 LoadPixels3(const Ipp8u* p)
+constexpr int Block3Start(int)
+{
+    return 0;
+}
+inline VI32 LoadBlocks3(const Ipp8u* p)
 {
     Ipp32s last;
     std::memcpy(&last, p + 8, 4);
-    const __m128i v =
-        _mm_insert_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), last, 2);
-    return {_mm_shuffle_epi8(v, _mm_setr_epi8(FX_PIXELS3_SPREAD))};
+    return {_mm_insert_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), last, 2)};
+}
+inline VI32 LoadPixels3(const Ipp8u* p)
+{
+    return {_mm_shuffle_epi8(LoadBlocks3(p).V, _mm_setr_epi8(FX_PIXELS3_SPREAD))};
 }
 inline void StoreBlocks3(Ipp8u* p, VI32 packed)
 {
@@ -204,6 +239,10 @@ inline VI32 ShiftLeftI32(VI32 a, int bits)
 inline VI32 MulAddWords(VI32 pairs, VI32 weights)
 {
     return {_mm_madd_epi16(pairs.V, weights.V)};
+}
+inline VI32 HighWordsOf(VI32 a, VI32 b)
+{
+    return {_mm_blend_epi16(_mm_srli_epi32(a.V, 16), b.V, 0xAA)};
 }
 inline TChannelBytes PixelsOf(VI32 c0, VI32 c1, VI32 c2)
 {
@@ -253,44 +292,42 @@ inline VI32 ChannelOf(VI32 pixels, int c)
     return And(ShiftRightI32(pixels, 8 * c), SplatI32(0xFF));
 }
 
-// The word pairs (channel 0, channel 1) and (channel 2, 1) of pixel lanes, for MulAddWords. By
-// masks and shifts rather than byte shuffles, which compete with the loads' and stores' for one
-// execution port.
-struct TWordPairs {
-    VI32 P01, P2;
-};
-inline TWordPairs WordPairsOf(VI32 pixels)
-{
-    const VI32 c0 = And(pixels, SplatI32(0xFF));
-    const VI32 c1 = ShiftLeftI32(And(pixels, SplatI32(0xFF00)), 8);
-    return {OrI32(c0, c1), OrI32(ShiftRightI32(pixels, 16), SplatI32(1 << 16))};
-}
-
 #undef FX_PIXELS3_SPREAD
 
-// Runs convert (pixel lanes -> PixelsOf's channel bytes) over every pixel of an image of kCh
-// channels (3, or 4 with alpha kept). Full vectors go straight between the rows; a row's last
-// pixels through a small buffer, so no byte outside the row is read or written.
-template <int kCh, class Convert>
-inline IppStatus ConvertPixelLanes(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
-                                   IppiSize roi, Convert convert)
+// Runs step(in, out), which converts kLanes32 pixels of kCh channels (3, or 4 with alpha kept),
+// over every pixel of an image. Full vectors go straight between the rows; a row's last pixels
+// through a small buffer, so no byte outside the row is read or written.
+template <int kCh, class Step>
+inline IppStatus ForEachPixelVector(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
+                                    IppiSize roi, Step step)
 {
     for (int y = 0; y < roi.height; ++y) {
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out = FXRowAt(pDst, dstStep, y);
         int x = 0;
         for (; x + kLanes32 <= roi.width; x += kLanes32)
-            StorePixels<kCh>(out + x * kCh, convert(LoadPixels<kCh>(in + x * kCh)));
+            step(in + x * kCh, out + x * kCh);
         if (x < roi.width) {
             const std::size_t bytes = std::size_t(roi.width - x) * kCh;
             alignas(64) Ipp8u inBuf[4 * kLanes32] = {}, outBuf[4 * kLanes32] = {};
             std::memcpy(inBuf, in + x * kCh, bytes);
             std::memcpy(outBuf, out + x * kCh, bytes);
-            StorePixels<kCh>(outBuf, convert(LoadPixels<kCh>(inBuf)));
+            step(inBuf, outBuf);
             std::memcpy(out + x * kCh, outBuf, bytes);
         }
     }
     return ippStsNoErr;
+}
+
+// Runs convert (pixel lanes -> PixelsOf's channel bytes) over every pixel of an image.
+template <int kCh, class Convert>
+inline IppStatus ConvertPixelLanes(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
+                                   IppiSize roi, Convert convert)
+{
+    return ForEachPixelVector<kCh>(pSrc, srcStep, pDst, dstStep, roi,
+                                   [&](const Ipp8u* in, Ipp8u* out) {
+                                       StorePixels<kCh>(out, convert(LoadPixels<kCh>(in)));
+                                   });
 }
 
 } // namespace framix::prim::FX_SIMD_NS

@@ -544,6 +544,11 @@ inline VF64 Mul(VF64 a, VF64 b)
 {
     return {_mm256_mul_pd(a.V, b.V)};
 }
+// a * b + c with one rounding.
+inline VF64 MulAdd(VF64 a, VF64 b, VF64 c)
+{
+    return {_mm256_fmadd_pd(a.V, b.V, c.V)};
+}
 // Both halves of a VI32, rounded to nearest (halves to even).
 inline VI32 RoundToI32(VF64 lo, VF64 hi)
 {
