@@ -151,8 +151,7 @@ void SetCurves(TFXColorLookup& lookup, TFXColorLookupMode mode, int top)
             FXRegisterBench("opencv/threshold-keeping-alpha/" + n, [f](auto& s) {
                 FXRunOpenCv(s, f, [](const cv::Mat& a, cv::Mat& b) {
                     cv::threshold(a, b, 128, 0, cv::THRESH_TOZERO_INV);
-                    const int alpha[] = {3, 3};
-                    cv::mixChannels(&a, 1, &b, 1, alpha, 1);
+                    FXCvKeepAlpha(a, b);
                 });
             });
         FXRegisterBench("opencv/cvtColor-HLS-roundtrip/" + n, [f, type](auto& s) {

@@ -114,8 +114,7 @@ void RegisterAll()
                             [f](benchmark::State& s) {
                                 FXRunOpenCv(s, f, [](const cv::Mat& in, cv::Mat& out) {
                                     cv::flip(in, out, 1);
-                                    const int alpha[] = {3, 3};
-                                    cv::mixChannels(&in, 1, &out, 1, alpha, 1);
+                                    FXCvKeepAlpha(in, out);
                                 });
                             });
         // OpenCV draws the noise into a frame; adding it costs one more pass on top.

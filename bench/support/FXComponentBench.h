@@ -142,6 +142,14 @@ inline void FXRunOpenCv(benchmark::State& state, TFXVideoFormat format,
         op(in, out);
     FXCountFrames(state);
 }
+
+// Puts the input's alpha back into a four-channel output (what our components keep and OpenCV's
+// own operations change).
+inline void FXCvKeepAlpha(const cv::Mat& in, cv::Mat& out)
+{
+    const int alpha[] = {3, 3};
+    cv::mixChannels(&in, 1, &out, 1, alpha, 1);
+}
 #endif
 
 // Registers fn under `name`, timed in milliseconds.

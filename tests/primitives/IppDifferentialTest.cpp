@@ -2,6 +2,7 @@
 // Our primitives against the real Intel IPP (loaded at run time, when installed by
 // scripts/install-ipp.sh): byte for byte on random images of odd sizes with padded steps.
 #include "framework/primitives/dispatch/FXRealIpp.h"
+#include "framework/primitives/families/FXColorCie.h"
 #include "tests/primitives/support/FXIppOracle.h"
 #include "tests/primitives/support/FXPrimitiveCases.h"
 
@@ -262,8 +263,7 @@ bool LuvCompared(const Ipp8u* luv, int x, int width)
     if (luv[0] == 0)
         return true; // black
     const double l = luv[0] * 100.0 / 255.0, v = luv[2] * 262.0 / 255.0 - 140.0;
-    const double vn = 9 * 0.329016 / (-2 * 0.312713 + 12 * 0.329016 + 3);
-    return std::fabs(v / (13.0 * l) + vn) >= 0.03;
+    return std::fabs(v / (13.0 * l) + double(prim::kFXCieVn)) >= 0.03;
 }
 
 constexpr TFXColorAgreement kColorAgreement[] = {

@@ -211,11 +211,6 @@ struct TWideTwist {
     }
 };
 
-inline __mmask64 FirstBytes(int n)
-{
-    return n >= 64 ? ~__mmask64(0) : (__mmask64(1) << n) - 1;
-}
-
 // Four-byte pixels: the channels are shifts of the pixel lanes; the store skips the alpha bytes.
 IppStatus TwistFourBytePixels(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
                               IppiSize roi, const Ipp32f twist[3][4])
@@ -227,7 +222,7 @@ IppStatus TwistFourBytePixels(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int d
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out = FXRowAt(pDst, dstStep, y);
         for (int x = 0; x < roi.width; x += kBlock) {
-            const __mmask64 live = FirstBytes(4 * (roi.width - x));
+            const __mmask64 live = FirstBytesMask(4 * (roi.width - x));
             const __m512i px = _mm512_maskz_loadu_epi8(live, in + 4 * x);
             const __m512i b = _mm512_and_si512(px, low);
             const __m512i g = _mm512_and_si512(_mm512_srli_epi32(px, 8), low);
@@ -271,7 +266,7 @@ __attribute__((target("avx512vbmi"))) IppStatus TwistThreeBytePixels(const Ipp8u
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out = FXRowAt(pDst, dstStep, y);
         for (int x = 0; x < roi.width; x += kBlock) {
-            const __mmask64 live = FirstBytes(3 * std::min(kBlock, roi.width - x));
+            const __mmask64 live = FirstBytesMask(3 * std::min(kBlock, roi.width - x));
             const __m512i px = _mm512_maskz_loadu_epi8(live, in + 3 * x);
             __m512i channel[3];
             for (int c = 0; c < 3; ++c)
@@ -294,15 +289,8 @@ __attribute__((target("avx512vbmi"))) IppStatus MapThroughByteTable(const Ipp8u*
     const TByteTable t = LoadByteTable(table);
     const int n = roi.width * FXChannels(L);
     constexpr __mmask64 kStored = FXChannels(L) == 4 ? 0x7777777777777777ull : ~0ull;
-    for (int y = 0; y < roi.height; ++y) {
-        const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
-        Ipp8u* out = FXRowAt(pDst, dstStep, y);
-        for (int i = 0; i < n; i += 64) {
-            const __mmask64 live = FirstBytes(n - i);
-            _mm512_mask_storeu_epi8(out + i, live & kStored,
-                                    LookUp(t, _mm512_maskz_loadu_epi8(live, in + i)));
-        }
-    }
+    for (int y = 0; y < roi.height; ++y)
+        MapRowThroughTable(FXRowAt(pSrc, srcStep, y), FXRowAt(pDst, dstStep, y), n, t, kStored);
     return ippStsNoErr;
 }
 

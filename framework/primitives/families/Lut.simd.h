@@ -218,9 +218,9 @@ template <TFXLayout L> TBytePermuteImage PrepareBytePermutes(const TTables<Ipp8u
     return image;
 }
 
-// One row of n samples through kTables tables (1: every channel alike); the tail is loaded
-// and stored under a mask, alpha lanes (AC4) are never stored.
-template <TFXLayout L, int kTables>
+// One row of n samples through a table per channel; the tail is loaded and stored under a
+// mask, alpha lanes (AC4) are never stored.
+template <TFXLayout L>
 __attribute__((target("avx512vbmi"))) void MapRowBytePermute(const Ipp8u* in, Ipp8u* out, int n,
                                                              const TBytePermuteImage& prepared)
 {
@@ -229,10 +229,10 @@ __attribute__((target("avx512vbmi"))) void MapRowBytePermute(const Ipp8u* in, Ip
     const TBytePermuteImage image = prepared;
     for (int i = 0; i < n; i += 64) {
         const int phase = 64 % kCh == 0 ? 0 : i % kCh;
-        const __mmask64 live = n - i >= 64 ? ~__mmask64(0) : (__mmask64(1) << (n - i)) - 1;
+        const __mmask64 live = FirstBytesMask(n - i);
         const __m512i idx = _mm512_maskz_loadu_epi8(live, in + i);
         __m512i r = LookUp(image.Table[0], idx);
-        for (int c = 1; c < kTables; ++c)
+        for (int c = 1; c < FXProcessedChannels(L); ++c)
             r = _mm512_mask_blend_epi8(image.Lanes[phase][c], r, LookUp(image.Table[c], idx));
         const __mmask64 store = L == TFXLayout::AC4 ? live & ~image.Lanes[phase][3] : live;
         _mm512_mask_storeu_epi8(out + i, store, r);
@@ -245,13 +245,15 @@ void MapImageBytePermute(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstSte
 {
     const TBytePermuteImage image = PrepareBytePermutes<L>(t);
     const int n = roi.width * FXChannels(L);
+    // One table for every channel: AC4's alpha lanes are the same in every vector (phase 0).
+    const __mmask64 stored = L == TFXLayout::AC4 ? ~image.Lanes[0][3] : ~__mmask64(0);
     for (int y = 0; y < roi.height; ++y) {
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out = FXRowAt(pDst, dstStep, y);
         if (image.Tables == 1)
-            MapRowBytePermute<L, 1>(in, out, n, image);
+            MapRowThroughTable(in, out, n, image.Table[0], stored);
         else
-            MapRowBytePermute<L, FXProcessedChannels(L)>(in, out, n, image);
+            MapRowBytePermute<L>(in, out, n, image);
     }
 }
 
@@ -282,7 +284,7 @@ __attribute__((target("avx512vbmi"))) void MapRowPalette(const Ipp8u* in, Ipp32u
 {
     for (int x = 0; x < width; x += 64) {
         const int left = width - x;
-        const __mmask64 live = left >= 64 ? ~__mmask64(0) : (__mmask64(1) << left) - 1;
+        const __mmask64 live = FirstBytesMask(left);
         const __m512i idx = _mm512_maskz_loadu_epi8(live, in + x);
         __m512i b[4];
         for (int k = 0; k < 4; ++k)
