@@ -12,6 +12,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -322,8 +323,15 @@ void RunLevel(benchmark::State& state, const TFXPrimitiveInfo* p, TFXSimdLevel l
     SetCounters(state, images.Bytes());
 }
 
-void RunIpp(benchmark::State& state, const TFXPrimitiveInfo* p, TFXBenchParams params)
+// IPP at its own choice of code (its AVX-512 code here) or, for the comparison with our AVX2
+// level, made to run its AVX2 code.
+void RunIpp(benchmark::State& state, const TFXPrimitiveInfo* p, TFXBenchParams params, bool avx2)
 {
+    std::optional<test::TFXIppAvx2Scope> avx2Code;
+    if (avx2 && !avx2Code.emplace().Active()) {
+        state.SkipWithError("IPP cannot be switched to its AVX2 code");
+        return;
+    }
     const TFXBenchImages images(*p, params);
     test::TFXIppOracle ipp(*p, images.Args(), test::TFXIppPurpose::Timing);
     if (!ipp.Ready() || ipp.Run() < 0) { // warnings are fine
@@ -352,9 +360,6 @@ void RunMemcpy(benchmark::State& state, int pixelBytes)
 bool RegisterAll()
 {
     // The real IPP from scripts/install-ipp.sh, unless FRAMIX_IPP_DIR says otherwise.
-    std::string repo = __FILE__;
-    repo.resize(repo.size() - std::strlen("bench/primitives/PrimitiveBench.cpp"));
-    setenv("FRAMIX_IPP_DIR", (repo + ".deps/ipp/lib").c_str(), 0);
     const bool ipp = test::FXRealIppLoaded();
     const std::string frame =
         "/" + std::to_string(kFrame.width) + "x" + std::to_string(kFrame.height);
@@ -369,11 +374,13 @@ bool RegisterAll()
                                                  RunLevel, &p, level, params)
                         ->Unit(benchmark::kMicrosecond);
             if (ipp)
-                benchmark::RegisterBenchmark((std::string(p.Name) + "/ipp" + frame +
-                                              (params.Label.empty() ? "" : "/") + params.Label)
-                                                 .c_str(),
-                                             RunIpp, &p, params)
-                    ->Unit(benchmark::kMicrosecond);
+                for (const bool avx2 : {false, true})
+                    benchmark::RegisterBenchmark((std::string(p.Name) +
+                                                  (avx2 ? "/ipp-avx2" : "/ipp") + frame +
+                                                  (params.Label.empty() ? "" : "/") + params.Label)
+                                                     .c_str(),
+                                                 RunIpp, &p, params, avx2)
+                        ->Unit(benchmark::kMicrosecond);
         }
     for (int pixelBytes : {1, 2, 4})
         benchmark::RegisterBenchmark(("memcpy/1920x1080x" + std::to_string(pixelBytes)).c_str(),

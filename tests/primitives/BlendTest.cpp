@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -91,7 +92,9 @@ TEST_F(Blend, SixteenBitAlphasAreFractionsOf65535)
 // reciprocals whose error bounds must keep every rounding exact).
 template <class T>
 void ExpectEveryLevelMatches(const char* name, const std::vector<T>& a, const std::vector<T>& b,
-                             int width, const std::vector<std::array<int, 2>>& alphas)
+                             int width, const std::vector<std::array<int, 2>>& alphas,
+                             const std::vector<int>& types = {ippAlphaOver, ippAlphaIn, ippAlphaOut,
+                                                              ippAlphaATop, ippAlphaXor})
 {
     const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive(name);
     ASSERT_NE(p, nullptr) << name;
@@ -99,9 +102,10 @@ void ExpectEveryLevelMatches(const char* name, const std::vector<T>& a, const st
     prim::TFXShapeArgs args;
     args.Src = a.data();
     args.Src2 = b.data();
-    args.SrcStep = args.Src2Step = args.DstStep = width * int(sizeof(T));
-    args.Roi = {width, int(a.size()) / width};
-    for (int type : {ippAlphaOver, ippAlphaIn, ippAlphaOut, ippAlphaATop, ippAlphaXor})
+    const int channels = prim::FXChannels(p->Layout);
+    args.SrcStep = args.Src2Step = args.DstStep = width * channels * int(sizeof(T));
+    args.Roi = {width, int(a.size()) / (width * channels)};
+    for (int type : types)
         for (const auto& [alpha1, alpha2] : alphas) {
             args.AlphaType = type;
             args.Values[0] = alpha1, args.Values[1] = alpha2;
@@ -131,6 +135,21 @@ TEST(BlendLevels, ConstantAlphasRoundLikeTheReferenceForEverySamplePair)
     ExpectEveryLevelMatches<Ipp8u>(
         "ippiAlphaCompC_8u_C1R", a, b, 256,
         {{1, 254}, {37, 200}, {100, 77}, {128, 128}, {201, 3}, {254, 255}, {255, 1}, {13, 131}});
+}
+
+// Per-pixel alphas: every pair of alphas, with each pixel's colour samples spread over the
+// range, under every rule (premultiplied ones take other weights in the alpha lanes).
+TEST(BlendLevels, PixelAlphasRoundLikeTheReferenceForEveryAlphaPair)
+{
+    std::vector<Ipp8u> a(65536 * 4), b(65536 * 4);
+    for (int i = 0; i < 65536; ++i) {
+        for (int c = 0; c < 3; ++c)
+            a[4 * i + c] = Ipp8u(i * 7 + c * 85), b[4 * i + c] = Ipp8u(i * 13 + c * 29 + 5);
+        a[4 * i + 3] = Ipp8u(i), b[4 * i + 3] = Ipp8u(i >> 8);
+    }
+    std::vector<int> everyRule(12);
+    std::iota(everyRule.begin(), everyRule.end(), 0);
+    ExpectEveryLevelMatches<Ipp8u>("ippiAlphaComp_8u_AC4R", a, b, 256, {{0, 0}}, everyRule);
 }
 
 // 16-bit: random samples and alphas (the double-precision path).

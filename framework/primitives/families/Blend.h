@@ -21,7 +21,46 @@ const TFXFamily& BlendFamily();
 // The compositing rules as weights: with M the largest sample value, alphas a (first source)
 // and b (second) in 0...M, every rule's colour is (P * A + Q * B) / M^2 for the samples A, B,
 // rounded to nearest and saturated; the alpha it produces is the colour of the rule's
-// non-premultiplied form for A = B = M. Shared by the reference and the vector kernels.
+// non-premultiplied form for A = B = M. Each weight is a product of two factors, each an alpha,
+// its complement M - alpha, or M; the rules with no second term have Q = 0. Shared by the
+// reference and the vector kernels.
+enum class TFXCompositeFactor { A, B, NotA, NotB, Max, Zero };
+
+struct TFXCompositeFactors {
+    TFXCompositeFactor P1, P2, Q1, Q2;
+};
+
+constexpr TFXCompositeFactors FXCompositeFactors(int alphaType)
+{
+    using enum TFXCompositeFactor;
+    switch (alphaType) {
+    case ippAlphaOver: // aA A + (1 - aA) aB B
+        return {A, Max, NotA, B};
+    case ippAlphaIn: // aA A aB
+        return {A, B, Zero, Zero};
+    case ippAlphaOut: // aA A (1 - aB)
+        return {A, NotB, Zero, Zero};
+    case ippAlphaATop: // aA A aB + (1 - aA) aB B
+        return {A, B, NotA, B};
+    case ippAlphaXor: // aA A (1 - aB) + (1 - aA) aB B
+        return {A, NotB, NotA, B};
+    case ippAlphaPlus: // aA A + aB B
+        return {A, Max, B, Max};
+    case ippAlphaOverPremul: // A + (1 - aA) B
+        return {Max, Max, NotA, Max};
+    case ippAlphaInPremul: // A aB
+        return {B, Max, Zero, Zero};
+    case ippAlphaOutPremul: // A (1 - aB)
+        return {NotB, Max, Zero, Zero};
+    case ippAlphaATopPremul: // A aB + (1 - aA) B
+        return {B, Max, NotA, Max};
+    case ippAlphaXorPremul: // A (1 - aB) + (1 - aA) B
+        return {NotB, Max, NotA, Max};
+    default: // ippAlphaPlusPremul: A + B
+        return {Max, Max, Max, Max};
+    }
+}
+
 struct TFXCompositeWeights {
     std::uint64_t P;
     std::uint64_t Q;
@@ -30,33 +69,24 @@ struct TFXCompositeWeights {
 constexpr TFXCompositeWeights FXCompositeWeights(int alphaType, std::uint64_t a, std::uint64_t b,
                                                  std::uint64_t m)
 {
-    const std::uint64_t na = m - a, nb = m - b;
-    switch (alphaType) {
-    case ippAlphaOver: // aA A + (1 - aA) aB B
-        return {a * m, na * b};
-    case ippAlphaIn: // aA A aB
-        return {a * b, 0};
-    case ippAlphaOut: // aA A (1 - aB)
-        return {a * nb, 0};
-    case ippAlphaATop: // aA A aB + (1 - aA) aB B
-        return {a * b, na * b};
-    case ippAlphaXor: // aA A (1 - aB) + (1 - aA) aB B
-        return {a * nb, na * b};
-    case ippAlphaPlus: // aA A + aB B
-        return {a * m, b * m};
-    case ippAlphaOverPremul: // A + (1 - aA) B
-        return {m * m, na * m};
-    case ippAlphaInPremul: // A aB
-        return {b * m, 0};
-    case ippAlphaOutPremul: // A (1 - aB)
-        return {nb * m, 0};
-    case ippAlphaATopPremul: // A aB + (1 - aA) B
-        return {b * m, na * m};
-    case ippAlphaXorPremul: // A (1 - aB) + (1 - aA) B
-        return {nb * m, na * m};
-    default: // ippAlphaPlusPremul: A + B
-        return {m * m, m * m};
-    }
+    const auto value = [&](TFXCompositeFactor f) -> std::uint64_t {
+        switch (f) {
+        case TFXCompositeFactor::A:
+            return a;
+        case TFXCompositeFactor::B:
+            return b;
+        case TFXCompositeFactor::NotA:
+            return m - a;
+        case TFXCompositeFactor::NotB:
+            return m - b;
+        case TFXCompositeFactor::Max:
+            return m;
+        default:
+            return 0;
+        }
+    };
+    const TFXCompositeFactors f = FXCompositeFactors(alphaType);
+    return {value(f.P1) * value(f.P2), value(f.Q1) * value(f.Q2)};
 }
 
 } // namespace framix::prim

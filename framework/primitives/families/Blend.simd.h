@@ -5,6 +5,7 @@
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/simd/FXVec.h"
+#include "framework/primitives/simd/FXVecWordDot.h"
 
 #include "framework/primitives/families/FXPointRows.h"
 
@@ -14,9 +15,8 @@
 
 // Compositing computes (P * A + Q * B) / M^2 rounded to nearest (FXCompositeWeights) in one of
 // three exact ways: weights that are multiples of M in 16-bit lanes (8-bit samples), 8-bit
-// products in single precision (sums below 2^24 are exact and the quotient is within the
-// distance that separates the exact value from a half), and 16-bit samples times weights
-// divided by M^2 in double precision.
+// sample pairs times 16-bit weight pairs summed in 32-bit lanes and divided through a float
+// reciprocal, and 16-bit samples times weights divided by M^2 in double precision.
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
@@ -37,39 +37,55 @@ inline VU16 CompositeByteWeights(VU16 a, VU16 b, VU16 p, VU16 q)
     return RoundDiv255(AddSat(MulLo(a, p), MulLo(b, q)));
 }
 
-// (P A + Q B) / 65025 from float weights. Every product is below 2^24 and so is the sum
-// wherever the result is at most 256 (beyond, it saturates anyway). The exact quotient lies at
-// least 1 / 130050 from a half; rounding to nearest is exact when the computed quotient is
-// within that of it. A correctly rounded division is within 2^-17 below 256. With fused
-// multiply-adds the division becomes n * (1 / 65025) with the reciprocal split into two floats,
-// hi + lo: fma(n, hi, n lo) is within 2^-17 (its one rounding) plus about 2^-40 (lo's product,
-// the reciprocal's remainder), still inside the bound.
-inline VI32 CompositeFloat(VF32 a, VF32 b, VF32 p, VF32 q)
+// round(n / 65025) for 0 <= n < 255.5 * 65025; larger n give 256 or more. n is exact as a float
+// and n * (1 / 65025) + 0.5 (the reciprocal rounded to a float) is rounded once by the fused
+// multiply-add, or twice without it; either way its truncation was checked equal to the exact
+// quotient for every such n.
+inline VI32 RoundDiv65025(VI32 n)
 {
+    const VF32 reciprocal = SplatF32(float(1.0 / 65025.0)), half = SplatF32(0.5f);
 #if defined(FX_SIMD_LEVEL_SSE41)
-    return RoundToI32(Div(Add(Mul(a, p), Mul(b, q)), SplatF32(65025.0f)));
+    return TruncToI32(Add(Mul(ToF32(n), reciprocal), half));
 #else
-    constexpr double kInverse = 1.0 / 65025.0;
-    constexpr float kHigh = float(kInverse), kLow = float(kInverse - double(kHigh));
-    const VF32 n = MulAdd(a, p, Mul(b, q));
-    return RoundToI32(MulAdd(n, SplatF32(kHigh), Mul(n, SplatF32(kLow))));
+    return TruncToI32(MulAdd(ToF32(n), reciprocal, half));
 #endif
 }
 
-// The four 32-bit quarters of a vector of bytes, as floats, in the order Narrow4 puts back.
-struct TQuarters {
-    VF32 Q[4];
-    explicit TQuarters(VU8 v)
+// Two byte vectors as sample pairs: lane k of each 128-bit block of Lane[q] holds (A, B), the
+// two sources' samples at byte 4 q + k of that block, as 16-bit words.
+struct TSamplePairs {
+    VI32 Lane[4];
+    TSamplePairs(VU8 a, VU8 b)
     {
-        const VU16 lo = WidenLo(v), hi = WidenHi(v);
-        Q[0] = ToF32(WidenLo(lo)), Q[1] = ToF32(WidenHi(lo));
-        Q[2] = ToF32(WidenLo(hi)), Q[3] = ToF32(WidenHi(hi));
+        const VU8 lo = ZipLo8(a, b), hi = ZipHi8(a, b);
+        Lane[0] = VI32{WidenLo(lo).V}, Lane[1] = VI32{WidenHi(lo).V};
+        Lane[2] = VI32{WidenLo(hi).V}, Lane[3] = VI32{WidenHi(hi).V};
     }
 };
 
-inline VU8 Narrow4(const VI32 (&r)[4])
+// The composites of four quarters back to bytes in memory order (the packs undo the zips).
+inline VU8 PackComposites(const VI32 (&r)[4])
 {
-    return NarrowSat(NarrowSat(r[0], r[1]), NarrowSat(r[2], r[3]));
+    return PackU8(PackU16(r[0], r[1]), PackU16(r[2], r[3]));
+}
+
+// Weight pairs (P, Q) of unsigned 16-bit words as two pairs of signed words: First = P / 2
+// (rounded down) and Second = P - First are both below 2^15 (P is at most 65025), the same for
+// Q, so two multiply-adds give P A + Q B exactly.
+struct TWeightHalves {
+    VI32 First, Second;
+    explicit TWeightHalves(VI32 pq)
+    {
+        const VU16 w{pq.V}, first = ShiftRight(w, 1);
+        First = VI32{first.V}, Second = VI32{Sub(w, first).V};
+    }
+};
+
+// P A + Q B for the sample pairs of one quarter, then rounded: the composite.
+template <bool kFused> inline VI32 CompositePairs(VI32 pairs, VI32 first, VI32 second)
+{
+    return RoundDiv65025(
+        MulAddTo<kFused>(VI32{MulAddPairs(VI16{pairs.V}, VI16{first.V}).V}, pairs, second));
 }
 
 template <TFXLayout L>
@@ -87,15 +103,21 @@ IppStatus CompositeConst8(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, 
                    });
         return ippStsNoErr;
     }
-    const VF32 p = SplatF32(float(w.P)), q = SplatF32(float(w.Q));
-    ForEachRow(a, aStep, b, bStep, d, dStep, roi, channels,
-               [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
-                   const TQuarters u(Load(x)), v(Load(y));
-                   VI32 r[4];
-                   for (int k = 0; k < 4; ++k)
-                       r[k] = CompositeFloat(u.Q[k], v.Q[k], p, q);
-                   Store(z, Narrow4(r));
-               });
+    const TWeightHalves halves(SplatI32(int(w.P | w.Q << 16)));
+    const auto run = [&]<bool kFused>() {
+        ForEachRow(a, aStep, b, bStep, d, dStep, roi, channels,
+                   [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
+                       const TSamplePairs s(Load(x), Load(y));
+                       VI32 r[4];
+                       for (int k = 0; k < 4; ++k)
+                           r[k] = CompositePairs<kFused>(s.Lane[k], halves.First, halves.Second);
+                       Store(z, PackComposites(r));
+                   });
+    };
+    if (HasWordDotProducts())
+        run.template operator()<true>();
+    else
+        run.template operator()<false>();
     return ippStsNoErr;
 }
 
@@ -137,12 +159,13 @@ inline void CompositeDouble32(const Ipp16u* a, const Ipp16u* b, Ipp16u* d, VF64 
         r[k] = _mm512_castpd_si512(_mm512_add_pd(
             _mm512_fmadd_pd(WidenToF64(a + 8 * k), p.V, _mm512_mul_pd(WidenToF64(b + 8 * k), q.V)),
             _mm512_set1_pd(0x1.8p52)));
-    const __m512i low = _mm512_setr_epi32(0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+    const __m512i low =
+        _mm512_setr_epi32(0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
     // Per 128-bit block: four of samples 0 ... 15, then four of samples 16 ... 31.
     const __m512i packed = _mm512_packus_epi32(_mm512_permutex2var_epi32(r[0], low, r[1]),
                                                _mm512_permutex2var_epi32(r[2], low, r[3]));
-    _mm512_storeu_si512(d, _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7),
-                                                    packed));
+    _mm512_storeu_si512(
+        d, _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), packed));
 }
 #endif
 
@@ -186,73 +209,90 @@ IppStatus CompositeConst16(const Ipp16u* a, int aStep, const Ipp16u* b, int bSte
 
 // ---------------------------------------------------------------- per-pixel alpha
 
-// The weights of rule Type for alphas a, b (floats, one per lane): products of at most two
-// 8-bit values, all exact.
-template <int Type> void PixelWeights(VF32 a, VF32 b, VF32& p, VF32& q)
+// Factor F of every pixel's weights, in the low 16 bits of its lane, from the pixels' alphas
+// (low bits of a and b).
+template <TFXCompositeFactor F> inline VI32 FactorOf(VI32 a, VI32 b)
 {
-    const VF32 m = SplatF32(255.0f);
-    const VF32 na = Sub(m, a), nb = Sub(m, b);
-    constexpr int kRule = Type % 6;
-    if constexpr (Type < 6) {
-        p = kRule == ippAlphaOver || kRule == ippAlphaPlus ? Mul(a, m)
-            : kRule == ippAlphaIn || kRule == ippAlphaATop ? Mul(a, b)
-                                                           : Mul(a, nb); // out, xor
-        q = kRule == ippAlphaIn || kRule == ippAlphaOut ? SplatF32(0.0f)
-            : kRule == ippAlphaPlus                     ? Mul(b, m)
-                                                        : Mul(na, b); // over, atop, xor
-    } else {
-        p = kRule == ippAlphaOver || kRule == ippAlphaPlus ? SplatF32(65025.0f)
-            : kRule == ippAlphaIn || kRule == ippAlphaATop ? Mul(b, m)
-                                                           : Mul(nb, m); // out, xor
-        q = kRule == ippAlphaIn || kRule == ippAlphaOut ? SplatF32(0.0f)
-            : kRule == ippAlphaPlus                     ? SplatF32(65025.0f)
-                                                        : Mul(na, m); // over, atop, xor
-    }
+    const VI32 max = SplatI32(255);
+    if constexpr (F == TFXCompositeFactor::A)
+        return a;
+    else if constexpr (F == TFXCompositeFactor::B)
+        return b;
+    else if constexpr (F == TFXCompositeFactor::NotA)
+        return Sub(max, a);
+    else if constexpr (F == TFXCompositeFactor::NotB)
+        return Sub(max, b);
+    else if constexpr (F == TFXCompositeFactor::Max)
+        return max;
+    else
+        return SplatI32(0);
+}
+
+// Each pixel's weight pair (P, Q) of rule Type, from the pixels of both sources.
+template <int Type> inline VI32 PixelWeightPairs(VU8 u, VU8 v)
+{
+    constexpr TFXCompositeFactors kF = FXCompositeFactors(Type);
+    const VI32 a = ShiftRight<24>(AsI32(u)), b = ShiftRight<24>(AsI32(v));
+    const auto pair = [](VI32 first, VI32 second) { return Or(first, ShiftLeft<16>(second)); };
+    const VU16 x{pair(FactorOf<kF.P1>(a, b), FactorOf<kF.Q1>(a, b)).V};
+    const VU16 y{pair(FactorOf<kF.P2>(a, b), FactorOf<kF.Q2>(a, b)).V};
+    return VI32{MulLo(x, y).V}; // products of two factors fit 16 bits
+}
+
+// Lane k of every 128-bit block copied to the block's four lanes.
+inline VI32 SpreadLane(VI32 v, int k)
+{
+    alignas(16) Ipp8u pattern[16];
+    for (int i = 0; i < 16; ++i)
+        pattern[i] = Ipp8u(4 * k + i % 4);
+    return AsI32(Shuffle(AsU8(v), Broadcast16(pattern)));
 }
 
 // Colour lanes: the rule on the pixel's samples. Alpha lanes: the non-premultiplied rule on
-// samples of 255, which is the composite alpha.
-template <int Type>
-IppStatus CompositePixels(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep,
-                          IppiSize roi)
+// samples of 255, which is the composite alpha. Quarter k of the sample pairs holds pixel k of
+// each 128-bit block, whose weights SpreadLane copies to its four channels.
+template <int Type, bool kFused>
+void CompositePixels(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep,
+                     IppiSize roi)
 {
     const VU8 alphaBytes = AlphaLanes();
-    Ipp32s lanePattern[kLanes32];
+    Ipp32s lanePattern[kLanes32]; // lane 3 of every block: the alpha of its pixel
     for (int k = 0; k < kLanes32; ++k)
         lanePattern[k] = k % 4 == 3 ? -1 : 0;
     const VI32 alphaLanes = LoadI32(lanePattern);
     ForEachRow(a, aStep, b, bStep, d, dStep, roi, 4,
                [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
                    const VU8 u = Load(x), v = Load(y);
-                   // Samples (255 in the alpha lanes) and each pixel's alphas, lane by lane.
-                   const TQuarters sa(Select(alphaBytes, SplatU8(255), u));
-                   const TQuarters sb(Select(alphaBytes, SplatU8(255), v));
-                   const TQuarters alphaA(BroadcastAlpha(u)), alphaB(BroadcastAlpha(v));
+                   const TWeightHalves colour(PixelWeightPairs<Type>(u, v));
+                   // The non-premultiplied rule's weights, for the alpha lanes of the
+                   // premultiplied.
+                   const TWeightHalves alpha(PixelWeightPairs<Type % 6>(u, v));
+                   const TSamplePairs s(Or(u, alphaBytes), Or(v, alphaBytes));
                    VI32 r[4];
                    for (int k = 0; k < 4; ++k) {
-                       VF32 p, q;
-                       PixelWeights<Type>(alphaA.Q[k], alphaB.Q[k], p, q);
+                       VI32 first = SpreadLane(colour.First, k);
+                       VI32 second = SpreadLane(colour.Second, k);
                        if constexpr (Type >= 6) {
-                           VF32 plainP, plainQ;
-                           PixelWeights<Type % 6>(alphaA.Q[k], alphaB.Q[k], plainP, plainQ);
-                           p = Select(alphaLanes, plainP, p);
-                           q = Select(alphaLanes, plainQ, q);
+                           first = Select(alphaLanes, SpreadLane(alpha.First, k), first);
+                           second = Select(alphaLanes, SpreadLane(alpha.Second, k), second);
                        }
-                       r[k] = CompositeFloat(sa.Q[k], sb.Q[k], p, q);
+                       r[k] = CompositePairs<kFused>(s.Lane[k], first, second);
                    }
-                   Store(z, Narrow4(r));
+                   Store(z, PackComposites(r));
                });
-    return ippStsNoErr;
 }
 
 template <int... Types>
-IppStatus CompositePixelsOf(int alphaType, std::integer_sequence<int, Types...>, const Ipp8u* a,
-                            int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep, IppiSize roi)
+void CompositePixelsOf(int alphaType, std::integer_sequence<int, Types...>, const Ipp8u* a,
+                       int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep, IppiSize roi)
 {
-    IppStatus s = ippStsNoErr;
-    ((alphaType == Types ? (s = CompositePixels<Types>(a, aStep, b, bStep, d, dStep, roi), 0) : 0),
+    const bool fused = HasWordDotProducts();
+    ((alphaType == Types
+          ? (fused ? CompositePixels<Types, true>(a, aStep, b, bStep, d, dStep, roi)
+                   : CompositePixels<Types, false>(a, aStep, b, bStep, d, dStep, roi),
+             0)
+          : 0),
      ...);
-    return s;
 }
 
 } // namespace
@@ -272,8 +312,9 @@ template <class T, TFXLayout L>
 IppStatus AlphaComp(const T* pSrc1, int src1Step, const T* pSrc2, int src2Step, T* pDst,
                     int dstStep, IppiSize roiSize, IppiAlphaType alphaType)
 {
-    return CompositePixelsOf(alphaType, std::make_integer_sequence<int, 12>{}, pSrc1, src1Step,
-                             pSrc2, src2Step, pDst, dstStep, roiSize);
+    CompositePixelsOf(alphaType, std::make_integer_sequence<int, 12>{}, pSrc1, src1Step, pSrc2,
+                      src2Step, pDst, dstStep, roiSize);
+    return ippStsNoErr;
 }
 
 FX_KERNEL_TABLE(Blend, FX_BLEND_PRIMITIVES)

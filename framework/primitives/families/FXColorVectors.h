@@ -10,6 +10,7 @@
 #include "framework/primitives/families/FXFixedPlan.h"
 #include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecPixels.h"
+#include "framework/primitives/simd/FXVecWordDot.h"
 
 #include <array>
 #include <bit>
@@ -139,8 +140,8 @@ template <int kCh, int kLo, int kHi> constexpr std::array<Ipp32s, kLanes32> Pair
     std::array<Ipp32s, kLanes32> pattern{};
     for (int i = 0; i < kLanes32; ++i) {
         const int at = (kCh == 3 ? Block3Start(i / 4) : 0) + i % 4 * kCh;
-        pattern[std::size_t(i)] = Ipp32s(unsigned(at + kLo) | 0x80u << 8 |
-                                         unsigned(at + kHi) << 16 | 0x80u << 24);
+        pattern[std::size_t(i)] =
+            Ipp32s(unsigned(at + kLo) | 0x80u << 8 | unsigned(at + kHi) << 16 | 0x80u << 24);
     }
     return pattern;
 }
@@ -168,32 +169,6 @@ template <int kCh> constexpr std::array<Ipp32s, kLanes32> FixedStorePattern()
 }
 template <int kCh>
 inline constexpr std::array<Ipp32s, kLanes32> kFixedStorePattern = FixedStorePattern<kCh>();
-
-// True when the processor has the fused 16-bit multiply-add-accumulate (AVX-512 VNNI): checked
-// once at run time, not part of any level.
-inline bool HasWordDotProducts()
-{
-#if defined(FX_SIMD_LEVEL_AVX512)
-    static const bool kHas = __builtin_cpu_supports("avx512vnni");
-    return kHas;
-#else
-    return false;
-#endif
-}
-
-// sum + the multiply-adds of pairs and weights, in one instruction where kFused.
-template <bool kFused> inline VI32 MulAddTo(VI32 sum, VI32 pairs, VI32 weights)
-{
-#if defined(FX_SIMD_LEVEL_AVX512)
-    if constexpr (kFused) {
-        // Intentional: assembly rather than the intrinsic, which would need the VNNI flag for
-        // the whole level; only reached where HasWordDotProducts() holds.
-        __asm__("vpdpwssd %2, %1, %0" : "+v"(sum.V) : "v"(pairs.V), "v"(weights.V));
-        return sum;
-    }
-#endif
-    return Add(sum, MulAddWords(pairs, weights));
-}
 
 // sum + k v.
 template <int kK> inline VI32 AddMultiple(VI32 sum, VI32 v)
@@ -225,8 +200,7 @@ inline VI32 FixedSum(const VI32 (&pairs)[3], std::integer_sequence<int, J...>)
 template <int kCh, TFXFixedMatrix M, TFXFixedPlan P, bool kFused>
 inline void FixedConvertPixels(const Ipp8u* in, Ipp8u* out)
 {
-    const VI32 blocks =
-        kCh == 3 ? LoadBlocks3(in) : LoadI32(reinterpret_cast<const Ipp32s*>(in));
+    const VI32 blocks = kCh == 3 ? LoadBlocks3(in) : LoadI32(reinterpret_cast<const Ipp32s*>(in));
     VI32 pairs[3] = {};
     pairs[0] = ShuffleBytesBy(blocks, kPairPattern<kCh, P.Pair[0][0], P.Pair[0][1]>);
     if constexpr (P.Pairs > 1)

@@ -17,9 +17,8 @@ namespace framix::prim::FX_SIMD_NS {
 // StorePixels<4> the colour bytes of kLanes32 pixels (alpha kept).
 //
 // LoadBlocks3 reads the same bytes as LoadPixels3 but leaves each 128-bit block's four pixels
-// packed, from byte Block3Start(block) of the block on. MulAddWords multiplies signed 16-bit
-// words pairwise and adds each pair; HighWordsOf(a, b) takes the high 16 bits of a's lanes to
-// the low words and b's to the high words.
+// packed, from byte Block3Start(block) of the block on. HighWordsOf(a, b) takes the high 16 bits of
+// a's lanes to the low words and b's to the high words.
 //
 // Within each 128-bit block: four pixels of 3 bytes to four lanes.
 #define FX_PIXELS3_SPREAD 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1
@@ -76,10 +75,6 @@ inline VI32 ShiftRightI32(VI32 a, int bits) // arithmetic
 inline VI32 ShiftLeftI32(VI32 a, int bits)
 {
     return {_mm512_slli_epi32(a.V, unsigned(bits))};
-}
-inline VI32 MulAddWords(VI32 pairs, VI32 weights)
-{
-    return {_mm512_madd_epi16(pairs.V, weights.V)};
 }
 inline VI32 HighWordsOf(VI32 a, VI32 b)
 {
@@ -159,10 +154,6 @@ inline VI32 ShiftLeftI32(VI32 a, int bits)
 {
     return {_mm256_slli_epi32(a.V, bits)};
 }
-inline VI32 MulAddWords(VI32 pairs, VI32 weights)
-{
-    return {_mm256_madd_epi16(pairs.V, weights.V)};
-}
 inline VI32 HighWordsOf(VI32 a, VI32 b)
 {
     return {_mm256_blend_epi16(_mm256_srli_epi32(a.V, 16), b.V, 0xAA)};
@@ -235,10 +226,6 @@ inline VI32 ShiftRightI32(VI32 a, int bits) // arithmetic
 inline VI32 ShiftLeftI32(VI32 a, int bits)
 {
     return {_mm_slli_epi32(a.V, bits)};
-}
-inline VI32 MulAddWords(VI32 pairs, VI32 weights)
-{
-    return {_mm_madd_epi16(pairs.V, weights.V)};
 }
 inline VI32 HighWordsOf(VI32 a, VI32 b)
 {
@@ -324,10 +311,9 @@ template <int kCh, class Convert>
 inline IppStatus ConvertPixelLanes(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep,
                                    IppiSize roi, Convert convert)
 {
-    return ForEachPixelVector<kCh>(pSrc, srcStep, pDst, dstStep, roi,
-                                   [&](const Ipp8u* in, Ipp8u* out) {
-                                       StorePixels<kCh>(out, convert(LoadPixels<kCh>(in)));
-                                   });
+    return ForEachPixelVector<kCh>(
+        pSrc, srcStep, pDst, dstStep, roi,
+        [&](const Ipp8u* in, Ipp8u* out) { StorePixels<kCh>(out, convert(LoadPixels<kCh>(in))); });
 }
 
 } // namespace framix::prim::FX_SIMD_NS
