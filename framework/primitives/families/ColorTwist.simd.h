@@ -8,6 +8,7 @@
 #include "framework/primitives/families/ColorTwist.h"
 
 #include "framework/primitives/FXImageRows.h"
+#include "framework/primitives/simd/FXVec.h"
 #include "framework/primitives/simd/FXVecBytePermute.h"
 
 #include <immintrin.h>
@@ -63,111 +64,70 @@ inline __m128i Gather4(int c)
 
 // Sixteen pixels of one channel as floats: one vector of sixteen where the level has 512-bit
 // registers, two of eight with 256-bit ones, else four of four.
-#if defined(__AVX512F__)
-constexpr int kParts = 1;
-using TFloats = __m512;
-inline TFloats Splat(float v)
+constexpr int kParts = kBlock / kLanes32;
+
+// Saturated to 0 ... 255; a NaN sum becomes 255, as in the reference (Min answers its second
+// operand for a NaN).
+inline VF32 ClampF(VF32 v)
 {
-    return _mm512_set1_ps(v);
+    return Max(Min(v, SplatF32(255.0f)), SplatF32(0.0f));
 }
-inline TFloats MulF(TFloats a, TFloats b)
+
+#if defined(FX_SIMD_LEVEL_AVX512)
+inline void ToFloats(__m128i bytes, VF32 (&out)[kParts])
 {
-    return _mm512_mul_ps(a, b);
+    out[0] = {_mm512_cvtepi32_ps(_mm512_cvtepu8_epi32(bytes))};
 }
-inline TFloats AddF(TFloats a, TFloats b)
-{
-    return _mm512_add_ps(a, b);
-}
-inline TFloats ClampF(TFloats v)
-{
-    // A NaN sum becomes 255, as in the reference (min answers its second operand for a NaN).
-    return _mm512_max_ps(_mm512_min_ps(v, _mm512_set1_ps(255.0f)), _mm512_setzero_ps());
-}
-inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
-{
-    out[0] = _mm512_cvtepi32_ps(_mm512_cvtepu8_epi32(bytes));
-}
-inline __m128i ToBytes(const TFloats (&v)[kParts])
+inline __m128i ToBytes(const VF32 (&v)[kParts])
 {
     // The sums are already within 0 ... 255: the narrowing only drops the zero bytes.
-    return _mm512_cvtepi32_epi8(_mm512_cvtps_epi32(v[0]));
+    return _mm512_cvtepi32_epi8(_mm512_cvtps_epi32(v[0].V));
 }
-#elif defined(__AVX2__)
-constexpr int kParts = 2;
-using TFloats = __m256;
-inline TFloats Splat(float v)
+#elif defined(FX_SIMD_LEVEL_AVX2)
+inline void ToFloats(__m128i bytes, VF32 (&out)[kParts])
 {
-    return _mm256_set1_ps(v);
+    out[0] = {_mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(bytes))};
+    out[1] = {_mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(_mm_srli_si128(bytes, 8)))};
 }
-inline TFloats MulF(TFloats a, TFloats b)
-{
-    return _mm256_mul_ps(a, b);
-}
-inline TFloats AddF(TFloats a, TFloats b)
-{
-    return _mm256_add_ps(a, b);
-}
-inline TFloats ClampF(TFloats v)
-{
-    // A NaN sum becomes 255, as in the reference.
-    return _mm256_max_ps(_mm256_min_ps(v, _mm256_set1_ps(255.0f)), _mm256_setzero_ps());
-}
-inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
-{
-    out[0] = _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(bytes));
-    out[1] = _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(_mm_srli_si128(bytes, 8)));
-}
-inline __m128i ToBytes(const TFloats (&v)[kParts])
+inline __m128i ToBytes(const VF32 (&v)[kParts])
 {
     __m128i half[kParts];
     for (int k = 0; k < kParts; ++k) {
-        const __m256i q = _mm256_cvtps_epi32(v[k]);
+        const __m256i q = _mm256_cvtps_epi32(v[k].V);
         half[k] = _mm_packs_epi32(_mm256_castsi256_si128(q), _mm256_extracti128_si256(q, 1));
     }
     return _mm_packus_epi16(half[0], half[1]);
 }
 #else
-constexpr int kParts = 4;
-using TFloats = __m128;
-inline TFloats Splat(float v)
+inline void ToFloats(__m128i bytes, VF32 (&out)[kParts])
 {
-    return _mm_set1_ps(v);
+    out[0] = {_mm_cvtepi32_ps(_mm_cvtepu8_epi32(bytes))};
+    out[1] = {_mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 4)))};
+    out[2] = {_mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 8)))};
+    out[3] = {_mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 12)))};
 }
-inline TFloats MulF(TFloats a, TFloats b)
+inline __m128i ToBytes(const VF32 (&v)[kParts])
 {
-    return _mm_mul_ps(a, b);
-}
-inline TFloats AddF(TFloats a, TFloats b)
-{
-    return _mm_add_ps(a, b);
-}
-inline TFloats ClampF(TFloats v)
-{
-    return _mm_max_ps(_mm_min_ps(v, _mm_set1_ps(255.0f)), _mm_setzero_ps());
-}
-inline void ToFloats(__m128i bytes, TFloats (&out)[kParts])
-{
-    out[0] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(bytes));
-    out[1] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 4)));
-    out[2] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 8)));
-    out[3] = _mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_srli_si128(bytes, 12)));
-}
-inline __m128i ToBytes(const TFloats (&v)[kParts])
-{
-    const __m128i q[4] = {_mm_cvtps_epi32(v[0]), _mm_cvtps_epi32(v[1]), _mm_cvtps_epi32(v[2]),
-                          _mm_cvtps_epi32(v[3])};
+    const __m128i q[4] = {_mm_cvtps_epi32(v[0].V), _mm_cvtps_epi32(v[1].V), _mm_cvtps_epi32(v[2].V),
+                          _mm_cvtps_epi32(v[3].V)};
     return _mm_packus_epi16(_mm_packs_epi32(q[0], q[1]), _mm_packs_epi32(q[2], q[3]));
 }
 #endif
 
-// One output channel for 16 pixels, saturated to bytes.
-inline __m128i TwistChannel(const TFloats (&b)[kParts], const TFloats (&g)[kParts],
-                            const TFloats (&r)[kParts], const float* t)
+// The reference's sum, in its order: t0 c0 + t1 c1, + t2 c2, + t3, each step rounded.
+inline VF32 TwistSum(const VF32 (&t)[4], VF32 c0, VF32 c1, VF32 c2)
 {
-    const TFloats t0 = Splat(t[0]), t1 = Splat(t[1]), t2 = Splat(t[2]), t3 = Splat(t[3]);
-    TFloats v[kParts];
+    return Add(Add(Add(Mul(t[0], c0), Mul(t[1], c1)), Mul(t[2], c2)), t[3]);
+}
+
+// One output channel for 16 pixels, saturated to bytes.
+inline __m128i TwistChannel(const VF32 (&b)[kParts], const VF32 (&g)[kParts],
+                            const VF32 (&r)[kParts], const float* t)
+{
+    const VF32 weights[4] = {SplatF32(t[0]), SplatF32(t[1]), SplatF32(t[2]), SplatF32(t[3])};
+    VF32 v[kParts];
     for (int k = 0; k < kParts; ++k)
-        v[k] = ClampF(AddF(AddF(AddF(MulF(t0, b[k]), MulF(t1, g[k])), MulF(t2, r[k])), t3));
+        v[k] = ClampF(TwistSum(weights, b[k], g[k], r[k]));
     return ToBytes(v);
 }
 
@@ -186,26 +146,20 @@ inline Ipp8u TwistSample(const float* t, int b, int g, int r)
 // lanes (b | g << 8 | r << 16) that a byte permute or a masked store puts in place. Rows end under
 // masks, so there is no scalar tail.
 struct TWideTwist {
-    __m512 T[3][4];
+    VF32 T[3][4];
     explicit TWideTwist(const Ipp32f twist[3][4])
     {
         for (int k = 0; k < 3; ++k)
             for (int i = 0; i < 4; ++i)
-                T[k][i] = _mm512_set1_ps(twist[k][i]);
+                T[k][i] = SplatF32(twist[k][i]);
     }
     // Lanes b | g << 8 | r << 16 of the twisted pixels.
     __m512i operator()(__m512i b, __m512i g, __m512i r) const
     {
-        const __m512 fb = _mm512_cvtepi32_ps(b), fg = _mm512_cvtepi32_ps(g);
-        const __m512 fr = _mm512_cvtepi32_ps(r);
+        const VF32 fb = ToF32(VI32{b}), fg = ToF32(VI32{g}), fr = ToF32(VI32{r});
         __m512i q[3];
-        for (int k = 0; k < 3; ++k) {
-            const __m512 sum = _mm512_add_ps(
-                _mm512_add_ps(_mm512_add_ps(_mm512_mul_ps(T[k][0], fb), _mm512_mul_ps(T[k][1], fg)),
-                              _mm512_mul_ps(T[k][2], fr)),
-                T[k][3]);
-            q[k] = _mm512_cvtps_epi32(ClampF(sum));
-        }
+        for (int k = 0; k < 3; ++k)
+            q[k] = RoundToI32(ClampF(TwistSum(T[k], fb, fg, fr))).V;
         return _mm512_ternarylogic_epi32(q[0], _mm512_slli_epi32(q[1], 8),
                                          _mm512_slli_epi32(q[2], 16), 0xFE); // a | b | c
     }
@@ -272,8 +226,7 @@ __attribute__((target("avx512vbmi"))) IppStatus TwistThreeBytePixels(const Ipp8u
             for (int c = 0; c < 3; ++c)
                 channel[c] = _mm512_maskz_permutexvar_epi8(kLaneLowBytes, idx.Channel[c], px);
             const __m512i merged = apply(channel[0], channel[1], channel[2]);
-            _mm512_mask_storeu_epi8(out + 3 * x, live,
-                                    _mm512_permutexvar_epi8(idx.Merge, merged));
+            _mm512_mask_storeu_epi8(out + 3 * x, live, _mm512_permutexvar_epi8(idx.Merge, merged));
         }
     }
     return ippStsNoErr;
@@ -281,10 +234,9 @@ __attribute__((target("avx512vbmi"))) IppStatus TwistThreeBytePixels(const Ipp8u
 
 // Gamma through the byte table: every colour byte looked up, alpha bytes (AC4) never stored.
 template <TFXLayout L>
-__attribute__((target("avx512vbmi"))) IppStatus MapThroughByteTable(const Ipp8u* pSrc, int srcStep,
-                                                                    Ipp8u* pDst, int dstStep,
-                                                                    IppiSize roi,
-                                                                    const Ipp8u* table)
+__attribute__((target("avx512vbmi"))) IppStatus
+MapThroughByteTable(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+                    const Ipp8u* table)
 {
     const TByteTable t = LoadByteTable(table);
     const int n = roi.width * FXChannels(L);
@@ -339,7 +291,7 @@ IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
                     channel[k] = _mm_unpacklo_epi64(lo, hi);
                 }
             }
-            TFloats fb[kParts], fg[kParts], fr[kParts];
+            VF32 fb[kParts], fg[kParts], fr[kParts];
             ToFloats(channel[0], fb);
             ToFloats(channel[1], fg);
             ToFloats(channel[2], fr);
