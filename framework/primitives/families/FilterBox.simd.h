@@ -135,7 +135,54 @@ IppStatus FilterMax(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize d
 
 // ---------------------------------------------------------------- median
 
-// The mask sizes with a selection network (simd/FXVecMedian.h); the others run the reference.
+template <class V> inline V MedianOf3(V a, V b, V c)
+{
+    return Max(Min(a, b), Min(Max(a, b), c));
+}
+
+// 3 x 3: every column of three samples is sorted once, into a row of lows, middles and highs;
+// a sample's median is then the median of the largest of its three columns' lows, the median of
+// their middles and the smallest of their highs (the median of nine without sorting each
+// column three times). first: the neighbourhood's top-left sample for ROI pixel (0, 0).
+template <class T, int kCh>
+void Median3x3(const T* first, int srcStep, T* pDst, int dstStep, IppiSize roi)
+{
+    constexpr int kLanesT = kLanes<T>;
+    const int n = roi.width * kCh;
+    const int e = n + 2 * kCh; // the columns the row's neighbourhoods cover
+    std::unique_ptr<T[]> sorted(new T[3 * std::size_t(e)]);
+    T* const low = sorted.get();
+    T* const middle = low + e;
+    T* const high = middle + e;
+    for (int y = 0; y < roi.height; ++y) {
+        const T* r0 = FXRowAt(first, srcStep, y);
+        const T* r1 = FXRowAt(first, srcStep, y + 1);
+        const T* r2 = FXRowAt(first, srcStep, y + 2);
+        for (int i = 0; i < e; i += kLanesT) {
+            const int at = FXVectorStart(i, e, kLanesT);
+            const auto a = Load(r0 + at), b = Load(r1 + at), c = Load(r2 + at);
+            const auto lowAB = Min(a, b), highAB = Max(a, b);
+            const auto lowBC = Min(highAB, c);
+            Store(low + at, Min(lowAB, lowBC));
+            Store(middle + at, Max(lowAB, lowBC));
+            Store(high + at, Max(highAB, c));
+        }
+        T* out = FXRowAt(pDst, dstStep, y);
+        for (int i = 0; i < n; i += kLanesT) {
+            const int at = FXVectorStart(i, n, kLanesT);
+            const auto lows =
+                Max(Max(Load(low + at), Load(low + at + kCh)), Load(low + at + 2 * kCh));
+            const auto highs =
+                Min(Min(Load(high + at), Load(high + at + kCh)), Load(high + at + 2 * kCh));
+            const auto middles =
+                MedianOf3(Load(middle + at), Load(middle + at + kCh), Load(middle + at + 2 * kCh));
+            Store(out + at, MedianOf3(lows, middles, highs));
+        }
+    }
+}
+
+// 3 x 3 by sorted columns; the other mask sizes with a selection network
+// (simd/FXVecMedian.h), or the reference where none is built.
 template <class T, TFXLayout L>
 IppStatus FilterMedian(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
                        IppiSize maskSize, IppiPoint anchor)
@@ -147,6 +194,10 @@ IppStatus FilterMedian(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSiz
     if (L == TFXLayout::AC4 || n < kLanes<T> || row == nullptr)
         return kFXDeclined;
     const T* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
+    if (maskSize.width == 3 && maskSize.height == 3) {
+        Median3x3<T, kCh>(first, srcStep, pDst, dstStep, dstRoiSize);
+        return ippStsNoErr;
+    }
     const T* taps[64];
     for (int y = 0; y < dstRoiSize.height; ++y) {
         int k = 0;
