@@ -21,6 +21,54 @@ namespace {
 
 // ---------------------------------------------------------------- box
 
+// 8-bit samples whose mask sums fit 16 bits (divisor valid): the box kernel below in 16-bit
+// lanes, twice the samples per instruction, 2 * kLanes16 outputs per step. Wrapping lanes are
+// fine: every column and mask sum is below 2^16, so the sliding update's intermediate
+// wrap-around cancels.
+template <TFXLayout L>
+void FilterBoxWords(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi,
+                    IppiSize mask, IppiPoint anchor, const TFXWordDivisor& divisor)
+{
+    constexpr int kCh = FXChannels(L);
+    constexpr int kStep = 2 * kLanes16;
+    const int n = roi.width * kCh;
+    const int e = (roi.width + mask.width - 1) * kCh;
+    const Ipp8u* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
+    std::unique_ptr<Ipp16s[]> columns(new Ipp16s[e]);
+    Ipp16s* col = columns.get();
+    for (int i = 0; i < e; i += kLanes16) {
+        const int at = FXVectorStart(i, e, kLanes16);
+        VI16 s = LoadWiden16(first + at);
+        for (int dy = 1; dy < mask.height; ++dy)
+            s = Add(s, LoadWiden16(FXRowAt(first, srcStep, dy) + at));
+        StoreI16(col + at, s);
+    }
+    const TWordDivide divide(divisor);
+    for (int y = 0; y < roi.height; ++y) {
+        Ipp8u* out = FXRowAt(pDst, dstStep, y);
+        for (int i = 0; i < n; i += kStep) {
+            const Ipp16s* at = col + FXVectorStart(i, n, kStep);
+            VI16 lo = LoadI16(at);
+            VI16 hi = LoadI16(at + kLanes16);
+            for (int dx = 1; dx < mask.width; ++dx) {
+                lo = Add(lo, LoadI16(at + dx * kCh));
+                hi = Add(hi, LoadI16(at + kLanes16 + dx * kCh));
+            }
+            Store(out + (at - col), NarrowU8(divide(lo), divide(hi)));
+        }
+        if (y + 1 == roi.height)
+            break;
+        const Ipp8u* leaving = FXRowAt(first, srcStep, y);
+        const Ipp8u* entering = FXRowAt(first, srcStep, y + mask.height);
+        int i = 0;
+        for (; i + kLanes16 <= e; i += kLanes16)
+            StoreI16(col + i, Add(LoadI16(col + i),
+                                  Sub(LoadWiden16(entering + i), LoadWiden16(leaving + i))));
+        for (; i < e; ++i)
+            col[i] = Ipp16s(col[i] + entering[i] - leaving[i]);
+    }
+}
+
 // Running column sums over the mask's rows, then a horizontal sum per output sample.
 template <class T, TFXLayout L>
 IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
@@ -32,6 +80,13 @@ IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize d
     const std::int64_t count = std::int64_t(maskSize.width) * maskSize.height;
     if (L == TFXLayout::AC4 || n < kLanes32 || count * kFXSampleMax < T >> INT32_MAX)
         return kFXDeclined;
+    if constexpr (sizeof(T) == 1) {
+        const TFXWordDivisor divisor = FXWordDivisorFor(int(count));
+        if (divisor.Valid() && n >= 2 * kLanes16) {
+            FilterBoxWords<L>(pSrc, srcStep, pDst, dstStep, dstRoiSize, maskSize, anchor, divisor);
+            return ippStsNoErr;
+        }
+    }
     // first: the neighbourhood's top-left sample for ROI pixel (0, 0)
     const T* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
     std::unique_ptr<Ipp32s[]> columns(new Ipp32s[e]);
