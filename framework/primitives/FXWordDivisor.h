@@ -25,7 +25,10 @@ struct TFXWordDivisor {
     bool Valid() const { return Multiplier != 0; }
 
     // The scalar form of the vector steps, for the kernels' tests.
-    int Quotient(int x) const { return int((std::uint32_t(x) * std::uint32_t(Multiplier)) >> 16) >> Shift; }
+    int Quotient(int x) const
+    {
+        return int((std::uint32_t(x) * std::uint32_t(Multiplier)) >> 16) >> Shift;
+    }
     int Divide(int sum) const
     {
         const int up = Quotient(sum + Bias);
