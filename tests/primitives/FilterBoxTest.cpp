@@ -2,11 +2,14 @@
 // Box and rank filters on tiny images with hand-computed bytes, called through the bound
 // IPP-named variables.
 #include "framework/primitives/FXPrimitiveRegistry.h"
+#include "framework/primitives/FXRound.h"
+#include "framework/primitives/FXWordDivisor.h"
 #include "framework/primitives/dispatch/FXPrimitiveLayer.h"
 #include "framework/primitives/dispatch/Fxdispatcher.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -104,6 +107,77 @@ TEST_F(FilterBox, SixteenBitAveragesOfLargeSumsAreExactAtEveryLevel)
             EXPECT_EQ(actual, expected)
                 << FXLevelName(level) << ", mask " << mask.width << "x" << mask.height;
         }
+    }
+}
+
+// 8-bit averages divide 16-bit sums by a multiply-high and a shift. Every sum of every count
+// the divisor accepts gives the reference's rounding; counts up to 185 (masks to 13x13) must be
+// accepted, or the filter silently falls back to the slower 32-bit lanes.
+TEST_F(FilterBox, WordDivisorRoundsEverySumOfEveryCountAsTheReference)
+{
+    for (int count = 2; count <= 256; ++count) {
+        const prim::TFXWordDivisor d = prim::FXWordDivisorFor(count);
+        if (count <= 185)
+            EXPECT_TRUE(d.Valid()) << "count " << count;
+        if (!d.Valid())
+            continue;
+        int wrong = 0, firstWrong = -1;
+        for (int sum = 0; sum <= 255 * count; ++sum)
+            if (d.Divide(sum) != prim::FXDivRoundHalfEven(sum, count) && wrong++ == 0)
+                firstWrong = sum;
+        EXPECT_EQ(wrong, 0) << "count " << count << ", first wrong sum " << firstWrong;
+    }
+    EXPECT_FALSE(prim::FXWordDivisorFor(1).Valid());
+    EXPECT_FALSE(prim::FXWordDivisorFor(257).Valid()) << "257 * 255 does not fit 16 bits";
+}
+
+// The same sums through the vector kernels: every window of the image sums to one chosen value,
+// so each call checks one sum in every lane (the ROI is wider than a 512-bit vector of bytes
+// and ends off a vector boundary). The sums lie at and around each rounding point (ties of even
+// counts, remainders count / 2 +- 1 of odd ones) over the whole 8-bit range.
+TEST_F(FilterBox, EightBitAveragesAtEveryRoundingPointAreExactAtEveryLevel)
+{
+    const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive("ippiFilterBox_8u_C1R");
+    ASSERT_NE(p, nullptr);
+    constexpr int kRoiWidth = 71;
+    const IppiSize masks[] = {{1, 1}, {2, 1}, {1, 2}, {2, 2}, {3, 2}, {2, 3}, {3, 3},
+                              {4, 4}, {5, 1}, {1, 5}, {3, 5}, {5, 5}, {6, 4}};
+    for (const IppiSize mask : masks) {
+        const int count = mask.width * mask.height;
+        const int srcWidth = kRoiWidth + mask.width - 1;
+        std::vector<Ipp8u> src(std::size_t(srcWidth) * mask.height);
+        std::vector<Ipp8u> dst(kRoiWidth);
+        for (int q = 0; q <= 255; ++q)
+            for (int rest : {0, count / 2 - 1, count / 2, count / 2 + 1, count - 1}) {
+                const int sum = q * count + rest;
+                if (rest < 0 || rest >= count || sum > 255 * count)
+                    continue;
+                // Mask cell k holds sum / count, plus one for the first sum % count cells; the
+                // pattern repeats every mask.width columns, so each window holds every cell once.
+                for (int y = 0; y < mask.height; ++y)
+                    for (int x = 0; x < srcWidth; ++x) {
+                        const int k = y * mask.width + x % mask.width;
+                        src[std::size_t(y) * srcWidth + x] =
+                            Ipp8u(sum / count + (k < sum % count ? 1 : 0));
+                    }
+                const Ipp8u expected = Ipp8u(prim::FXDivRoundHalfEven(sum, count));
+                prim::TFXShapeArgs a;
+                a.Src = src.data();
+                a.SrcStep = srcWidth;
+                a.Dst = dst.data();
+                a.DstStep = kRoiWidth;
+                a.Roi = {kRoiWidth, 1};
+                a.Mask = mask;
+                for (TFXSimdLevel level : kFXAllSimdLevels) {
+                    if (!p->Has(level) || !FXCpuSupports(level))
+                        continue;
+                    std::fill(dst.begin(), dst.end(), Ipp8u(expected ^ 0xFF));
+                    ASSERT_EQ(prim::FXCallShape(p->Shape, p->Sample, p->At(level), a), ippStsNoErr);
+                    ASSERT_EQ(std::count(dst.begin(), dst.end(), expected), kRoiWidth)
+                        << FXLevelName(level) << ", mask " << mask.width << "x" << mask.height
+                        << ", sum " << sum;
+                }
+            }
     }
 }
 

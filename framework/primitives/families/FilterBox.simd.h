@@ -21,56 +21,124 @@ namespace {
 
 // ---------------------------------------------------------------- box
 
-// Running column sums over the mask's rows, then a horizontal sum per output sample.
+// Running column sums over the mask's rows, then a horizontal sum per output sample, in the
+// lanes of a sums policy: TWideSums (32-bit lanes, any sample type) or TWordSums (16-bit lanes,
+// twice the samples per instruction, for 8-bit samples whose mask sums fit 16 bits). A policy
+// has TSum (the column sum type), kLanes (column sums per vector), kOutLanes (outputs per
+// step), Widen (samples to sum lanes), LoadSum, StoreSum and Average (the mask sums of
+// kOutLanes outputs from their column sums, divided and stored).
+template <class T> struct TWideSums {
+    using TSum = Ipp32s;
+    static constexpr int kLanes = kLanes32;
+    static constexpr int kOutLanes = kLanes32;
+
+    explicit TWideSums(int count)
+        : FSmall((kFXSampleMax<T> + 1) * std::int64_t(count) < (std::int64_t(1) << 21)),
+          FCount(SplatI32(count)), FTwiceCount(SplatI32(2 * count)),
+          FReciprocal(SplatF32(1.0f / float(count))),
+          FReciprocalOfTwice(SplatF32(1.0f / float(2 * count)))
+    {
+    }
+    static VI32 Widen(const T* p) { return LoadWiden(p); }
+    static VI32 LoadSum(const Ipp32s* p) { return LoadI32(p); }
+    static void StoreSum(Ipp32s* p, VI32 v) { StoreI32(p, v); }
+    void Average(const Ipp32s* col, int width, int channels, T* out) const
+    {
+        VI32 s = LoadI32(col);
+        for (int dx = 1; dx < width; ++dx)
+            s = Add(s, LoadI32(col + dx * channels));
+        StoreNarrow(out, FSmall ? DivRoundHalfEvenSmall(s, FTwiceCount, FReciprocalOfTwice, FCount)
+                                : DivRoundHalfEven(s, FCount, FReciprocal));
+    }
+
+    bool FSmall;
+    VI32 FCount, FTwiceCount;
+    VF32 FReciprocal, FReciprocalOfTwice;
+};
+
+// Lanes wrap at 2^16, which is harmless: every column and mask sum is below it, so the sliding
+// update's intermediate wrap-around cancels. The divisor must be Valid().
+struct TWordSums {
+    using TSum = Ipp16s;
+    static constexpr int kLanes = kLanes16;
+    static constexpr int kOutLanes = 2 * kLanes16;
+
+    explicit TWordSums(const TFXWordDivisor& divisor) : FDivide(divisor) {}
+    static VI16 Widen(const Ipp8u* p) { return LoadWiden16(p); }
+    static VI16 LoadSum(const Ipp16s* p) { return LoadI16(p); }
+    static void StoreSum(Ipp16s* p, VI16 v) { StoreI16(p, v); }
+    void Average(const Ipp16s* col, int width, int channels, Ipp8u* out) const
+    {
+        VI16 lo = LoadI16(col);
+        VI16 hi = LoadI16(col + kLanes16);
+        for (int dx = 1; dx < width; ++dx) {
+            lo = Add(lo, LoadI16(col + dx * channels));
+            hi = Add(hi, LoadI16(col + kLanes16 + dx * channels));
+        }
+        Store(out, NarrowU8(FDivide(lo), FDivide(hi)));
+    }
+
+    TWordDivide FDivide;
+};
+
+// The rows must hold at least Sums::kOutLanes samples.
+template <class T, TFXLayout L, class Sums>
+void FilterBoxIn(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize roi, IppiSize mask,
+                 IppiPoint anchor, const Sums& sums)
+{
+    using TSum = typename Sums::TSum;
+    constexpr int kCh = FXChannels(L);
+    const int n = roi.width * kCh;
+    const int e = (roi.width + mask.width - 1) * kCh;
+    // first: the neighbourhood's top-left sample for ROI pixel (0, 0)
+    const T* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
+    std::unique_ptr<TSum[]> columns(new TSum[e]);
+    TSum* col = columns.get();
+    for (int i = 0; i < e; i += Sums::kLanes) {
+        const int at = FXVectorStart(i, e, Sums::kLanes);
+        auto s = Sums::Widen(first + at);
+        for (int dy = 1; dy < mask.height; ++dy)
+            s = Add(s, Sums::Widen(FXRowAt(first, srcStep, dy) + at));
+        Sums::StoreSum(col + at, s);
+    }
+    for (int y = 0; y < roi.height; ++y) {
+        T* out = FXRowAt(pDst, dstStep, y);
+        for (int i = 0; i < n; i += Sums::kOutLanes) {
+            const int at = FXVectorStart(i, n, Sums::kOutLanes);
+            sums.Average(col + at, mask.width, kCh, out + at);
+        }
+        if (y + 1 == roi.height)
+            break;
+        // Slide the column sums one row down. Not idempotent, so the tail is scalar.
+        const T* leaving = FXRowAt(first, srcStep, y);
+        const T* entering = FXRowAt(first, srcStep, y + mask.height);
+        int i = 0;
+        for (; i + Sums::kLanes <= e; i += Sums::kLanes)
+            Sums::StoreSum(col + i, Add(Sums::LoadSum(col + i),
+                                        Sub(Sums::Widen(entering + i), Sums::Widen(leaving + i))));
+        for (; i < e; ++i)
+            col[i] = TSum(col[i] + int(entering[i]) - int(leaving[i]));
+    }
+}
+
 template <class T, TFXLayout L>
 IppStatus FilterBox(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSize dstRoiSize,
                     IppiSize maskSize, IppiPoint anchor)
 {
-    constexpr int kCh = FXChannels(L);
-    const int n = dstRoiSize.width * kCh;
-    const int e = (dstRoiSize.width + maskSize.width - 1) * kCh;
+    const int n = dstRoiSize.width * FXChannels(L);
     const std::int64_t count = std::int64_t(maskSize.width) * maskSize.height;
     if (L == TFXLayout::AC4 || n < kLanes32 || count * kFXSampleMax < T >> INT32_MAX)
         return kFXDeclined;
-    // first: the neighbourhood's top-left sample for ROI pixel (0, 0)
-    const T* first = FXRowAt(pSrc, srcStep, -anchor.y) - std::ptrdiff_t(anchor.x) * kCh;
-    std::unique_ptr<Ipp32s[]> columns(new Ipp32s[e]);
-    Ipp32s* col = columns.get();
-    for (int i = 0; i < e; i += kLanes32) {
-        const int at = FXVectorStart(i, e, kLanes32);
-        VI32 s = LoadWiden(first + at);
-        for (int dy = 1; dy < maskSize.height; ++dy)
-            s = Add(s, LoadWiden(FXRowAt(first, srcStep, dy) + at));
-        StoreI32(col + at, s);
-    }
-    const bool small = (kFXSampleMax<T> + 1) * count < (std::int64_t(1) << 21);
-    const VI32 countV = SplatI32(int(count));
-    const VI32 twiceCount = SplatI32(int(2 * count));
-    const VF32 reciprocal = SplatF32(1.0f / float(count));
-    const VF32 reciprocalOfTwice = SplatF32(1.0f / float(2 * count));
-    for (int y = 0; y < dstRoiSize.height; ++y) {
-        T* out = FXRowAt(pDst, dstStep, y);
-        for (int i = 0; i < n; i += kLanes32) {
-            const int at = FXVectorStart(i, n, kLanes32);
-            VI32 s = LoadI32(col + at);
-            for (int dx = 1; dx < maskSize.width; ++dx)
-                s = Add(s, LoadI32(col + at + dx * kCh));
-            StoreNarrow(out + at,
-                        small ? DivRoundHalfEvenSmall(s, twiceCount, reciprocalOfTwice, countV)
-                              : DivRoundHalfEven(s, countV, reciprocal));
+    if constexpr (sizeof(T) == 1) {
+        const TFXWordDivisor divisor = FXWordDivisorFor(int(count));
+        if (divisor.Valid() && n >= TWordSums::kOutLanes) {
+            FilterBoxIn<T, L>(pSrc, srcStep, pDst, dstStep, dstRoiSize, maskSize, anchor,
+                              TWordSums(divisor));
+            return ippStsNoErr;
         }
-        if (y + 1 == dstRoiSize.height)
-            break;
-        // Slide the column sums one row down. Not idempotent, so the tail is scalar.
-        const T* leaving = FXRowAt(first, srcStep, y);
-        const T* entering = FXRowAt(first, srcStep, y + maskSize.height);
-        int i = 0;
-        for (; i + kLanes32 <= e; i += kLanes32)
-            StoreI32(col + i,
-                     Add(LoadI32(col + i), Sub(LoadWiden(entering + i), LoadWiden(leaving + i))));
-        for (; i < e; ++i)
-            col[i] += int(entering[i]) - int(leaving[i]);
     }
+    FilterBoxIn<T, L>(pSrc, srcStep, pDst, dstStep, dstRoiSize, maskSize, anchor,
+                      TWideSums<T>(int(count)));
     return ippStsNoErr;
 }
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Exact integer division with halves to even on 32-bit lanes, shared by the kernel files of the
-// families that average or divide (included after simd/FXVec.h, once per level).
+// Exact integer division with halves to even on 32-bit and 16-bit lanes, shared by the kernel
+// files of the families that average or divide (included after simd/FXVec.h, once per level).
 #pragma once
 
+#include "framework/primitives/FXWordDivisor.h"
 #include "framework/primitives/simd/FXVec.h"
 
 namespace framix::prim::FX_SIMD_NS {
@@ -41,5 +42,30 @@ inline VI32 DivRoundHalfEvenSmall(VI32 sum, VI32 twiceCount, VF32 reciprocalOfTw
     const VI32 exact = CmpGt(one, Sub(x, MulLo(q, twiceCount))); // remainder 0
     return Sub(q, And(exact, And(q, one)));
 }
+
+// Sums of 8-bit samples in 16-bit lanes divided by a fixed count, halves to even: the steps of
+// TFXWordDivisor::Divide (FXWordDivisor.h), which must be Valid().
+class TWordDivide {
+public:
+    explicit TWordDivide(const TFXWordDivisor& d)
+        : FMultiplier(SplatI16(d.Multiplier)), FBiasUp(SplatI16(d.Bias)),
+          FBiasDown(SplatI16(d.Bias - 1)), FShift(d.Shift), FEven(d.Even)
+    {
+    }
+
+    VI16 operator()(VI16 sum) const
+    {
+        const VI16 up = ShiftRightU(MulHiU(Add(sum, FBiasUp), FMultiplier), FShift);
+        if (!FEven)
+            return up;
+        const VI16 down = ShiftRightU(MulHiU(Add(sum, FBiasDown), FMultiplier), FShift);
+        return Sub(up, And(Sub(up, down), up));
+    }
+
+private:
+    VI16 FMultiplier, FBiasUp, FBiasDown;
+    int FShift;
+    bool FEven;
+};
 
 } // namespace framix::prim::FX_SIMD_NS
