@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -132,53 +133,69 @@ TEST_F(FilterBox, WordDivisorRoundsEverySumOfEveryCountAsTheReference)
 }
 
 // The same sums through the vector kernels: every window of the image sums to one chosen value,
-// so each call checks one sum in every lane (the ROI is wider than a 512-bit vector of bytes
-// and ends off a vector boundary). The sums lie at and around each rounding point (ties of even
-// counts, remainders count / 2 +- 1 of odd ones) over the whole 8-bit range.
-TEST_F(FilterBox, EightBitAveragesAtEveryRoundingPointAreExactAtEveryLevel)
+// so each call checks one sum in every lane (the ROI is wider than a 512-bit vector and ends off
+// a vector boundary). The sums lie at and around each rounding point (ties of even counts,
+// remainders count / 2 +- 1 of odd ones) for the given quotients.
+template <class T>
+void ExpectAveragesAtRoundingPointsAtEveryLevel(const char* name, const std::vector<int>& quotients)
 {
-    const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive("ippiFilterBox_8u_C1R");
+    const prim::TFXPrimitiveInfo* p = prim::FXFindPrimitive(name);
     ASSERT_NE(p, nullptr);
     constexpr int kRoiWidth = 71;
+    constexpr int kMax = prim::kFXSampleMax<T>;
     const IppiSize masks[] = {{1, 1}, {2, 1}, {1, 2}, {2, 2}, {3, 2}, {2, 3}, {3, 3},
                               {4, 4}, {5, 1}, {1, 5}, {3, 5}, {5, 5}, {6, 4}};
     for (const IppiSize mask : masks) {
         const int count = mask.width * mask.height;
         const int srcWidth = kRoiWidth + mask.width - 1;
-        std::vector<Ipp8u> src(std::size_t(srcWidth) * mask.height);
-        std::vector<Ipp8u> dst(kRoiWidth);
-        for (int q = 0; q <= 255; ++q)
+        std::vector<T> src(std::size_t(srcWidth) * mask.height);
+        std::vector<T> dst(kRoiWidth);
+        for (int q : quotients)
             for (int rest : {0, count / 2 - 1, count / 2, count / 2 + 1, count - 1}) {
-                const int sum = q * count + rest;
-                if (rest < 0 || rest >= count || sum > 255 * count)
+                const std::int64_t sum = std::int64_t(q) * count + rest;
+                if (rest < 0 || rest >= count || sum > std::int64_t(kMax) * count)
                     continue;
                 // Mask cell k holds sum / count, plus one for the first sum % count cells; the
                 // pattern repeats every mask.width columns, so each window holds every cell once.
                 for (int y = 0; y < mask.height; ++y)
                     for (int x = 0; x < srcWidth; ++x) {
                         const int k = y * mask.width + x % mask.width;
-                        src[std::size_t(y) * srcWidth + x] =
-                            Ipp8u(sum / count + (k < sum % count ? 1 : 0));
+                        src[std::size_t(y) * srcWidth + x] = T(q + (k < rest ? 1 : 0));
                     }
-                const Ipp8u expected = Ipp8u(prim::FXDivRoundHalfEven(sum, count));
+                const T expected = T(prim::FXDivRoundHalfEven(sum, count));
                 prim::TFXShapeArgs a;
                 a.Src = src.data();
-                a.SrcStep = srcWidth;
+                a.SrcStep = srcWidth * int(sizeof(T));
                 a.Dst = dst.data();
-                a.DstStep = kRoiWidth;
+                a.DstStep = kRoiWidth * int(sizeof(T));
                 a.Roi = {kRoiWidth, 1};
                 a.Mask = mask;
                 for (TFXSimdLevel level : kFXAllSimdLevels) {
                     if (!p->Has(level) || !FXCpuSupports(level))
                         continue;
-                    std::fill(dst.begin(), dst.end(), Ipp8u(expected ^ 0xFF));
+                    std::fill(dst.begin(), dst.end(), T(expected ^ kMax));
                     ASSERT_EQ(prim::FXCallShape(p->Shape, p->Sample, p->At(level), a), ippStsNoErr);
                     ASSERT_EQ(std::count(dst.begin(), dst.end(), expected), kRoiWidth)
-                        << FXLevelName(level) << ", mask " << mask.width << "x" << mask.height
-                        << ", sum " << sum;
+                        << name << " at " << FXLevelName(level) << ", mask " << mask.width << "x"
+                        << mask.height << ", sum " << sum;
                 }
             }
     }
+}
+
+// 8-bit: every quotient (16-bit lanes and a multiply-high); 16-bit: quotients over the whole
+// range, the largest included (32-bit lanes, a float reciprocal for odd counts).
+TEST_F(FilterBox, AveragesAtEveryRoundingPointAreExactAtEveryLevel)
+{
+    std::vector<int> every(256);
+    std::iota(every.begin(), every.end(), 0);
+    ExpectAveragesAtRoundingPointsAtEveryLevel<Ipp8u>("ippiFilterBox_8u_C1R", every);
+    std::vector<int> spread;
+    for (int q = 0; q < 65536; q += 997)
+        spread.push_back(q);
+    for (int q : {1, 2, 32767, 32768, 65533, 65534, 65535})
+        spread.push_back(q);
+    ExpectAveragesAtRoundingPointsAtEveryLevel<Ipp16u>("ippiFilterBox_16u_C1R", spread);
 }
 
 TEST_F(FilterBox, ChannelsAreIndependentAndC4FiltersAlpha)

@@ -34,7 +34,7 @@ template <class T> struct TWideSums {
 
     explicit TWideSums(int count)
         : FSmall((kFXSampleMax<T> + 1) * std::int64_t(count) < (std::int64_t(1) << 21)),
-          FCount(SplatI32(count)), FTwiceCount(SplatI32(2 * count)),
+          FOdd(count % 2 == 1), FCount(SplatI32(count)), FTwiceCount(SplatI32(2 * count)),
           FReciprocal(SplatF32(1.0f / float(count))),
           FReciprocalOfTwice(SplatF32(1.0f / float(2 * count)))
     {
@@ -47,11 +47,13 @@ template <class T> struct TWideSums {
         VI32 s = LoadI32(col);
         for (int dx = 1; dx < width; ++dx)
             s = Add(s, LoadI32(col + dx * channels));
-        StoreNarrow(out, FSmall ? DivRoundHalfEvenSmall(s, FTwiceCount, FReciprocalOfTwice, FCount)
-                                : DivRoundHalfEven(s, FCount, FReciprocal));
+        StoreNarrow(out, FSmall && FOdd ? DivRoundOddSmall(s, FReciprocal)
+                         : FSmall
+                             ? DivRoundHalfEvenSmall(s, FTwiceCount, FReciprocalOfTwice, FCount)
+                             : DivRoundHalfEven(s, FCount, FReciprocal));
     }
 
-    bool FSmall;
+    bool FSmall, FOdd;
     VI32 FCount, FTwiceCount;
     VF32 FReciprocal, FReciprocalOfTwice;
 };

@@ -43,6 +43,20 @@ inline VI32 DivRoundHalfEvenSmall(VI32 sum, VI32 twiceCount, VF32 reciprocalOfTw
     return Sub(q, And(exact, And(q, one)));
 }
 
+// The same for an odd count, where the exact quotient is never a half: its fractional part is
+// an odd multiple of 1 / (2 count) after adding 1/2, so at least that far from an integer. sum
+// is exact as a float; the reciprocal's rounding and the one of the fused multiply-add (plus the
+// product's without one) move sum / count + 1/2 by at most 3 (sum / count + 1) 2^-24, below
+// 1 / (2 count) while (sum / count + 1) count < 2^21, so truncating is the exact rounding.
+inline VI32 DivRoundOddSmall(VI32 sum, VF32 reciprocal)
+{
+#if defined(FX_SIMD_LEVEL_SSE41)
+    return TruncToI32(Add(Mul(ToF32(sum), reciprocal), SplatF32(0.5f)));
+#else
+    return TruncToI32(MulAdd(ToF32(sum), reciprocal, SplatF32(0.5f)));
+#endif
+}
+
 // Sums of 8-bit samples in 16-bit lanes divided by a fixed count, halves to even: the steps of
 // TFXWordDivisor::Divide (FXWordDivisor.h), which must be Valid().
 class TWordDivide {
