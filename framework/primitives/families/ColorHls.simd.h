@@ -81,8 +81,16 @@ IppStatus BGRToHLS(const T* pSrc, int srcStep, T* pDst[3], int dstStep, IppiSize
         const Ipp8u* in = FXRowAt(pSrc, srcStep, y);
         Ipp8u* out[3] = {FXRowAt(pDst[0], dstStep, y), FXRowAt(pDst[1], dstStep, y),
                          FXRowAt(pDst[2], dstStep, y)};
-        for (int x = 0; x < roiSize.width; x += kLanes32) {
-            const int n = roiSize.width - x < kLanes32 ? roiSize.width - x : kLanes32;
+        int x = 0;
+        for (; x + kLanes32 <= roiSize.width; x += kLanes32) {
+            const VI32 pixels = LoadPixels<3>(in + x * 3);
+            const TColorLanes hls = HlsFromRgb(ChannelOf(pixels, 2), ChannelOf(pixels, 1),
+                                               ChannelOf(pixels, 0), reciprocal);
+            StoreNarrow(out[0] + x, hls.C0);
+            StoreNarrow(out[1] + x, hls.C1);
+            StoreNarrow(out[2] + x, hls.C2);
+        }
+        if (const int n = roiSize.width - x; n > 0) {
             const TColorLanes bgr = LoadColorLanes<3>(in + x * 3, n);
             StoreColorPlanes(out, x, n, HlsFromRgb(bgr.C2, bgr.C1, bgr.C0, reciprocal));
         }
@@ -104,8 +112,13 @@ IppStatus HLSToBGR(const T* pSrc[3], int srcStep, T* pDst, int dstStep, IppiSize
         const Ipp8u* in[3] = {FXRowAt(pSrc[0], srcStep, y), FXRowAt(pSrc[1], srcStep, y),
                               FXRowAt(pSrc[2], srcStep, y)};
         Ipp8u* out = FXRowAt(pDst, dstStep, y);
-        for (int x = 0; x < roiSize.width; x += kLanes32) {
-            const int n = roiSize.width - x < kLanes32 ? roiSize.width - x : kLanes32;
+        int x = 0;
+        for (; x + kLanes32 <= roiSize.width; x += kLanes32) {
+            const TColorLanes rgb =
+                RgbFromHls(LoadWiden(in[0] + x), LoadWiden(in[1] + x), LoadWiden(in[2] + x));
+            StorePixels<3>(out + x * 3, PixelsOf(rgb.C2, rgb.C1, rgb.C0));
+        }
+        if (const int n = roiSize.width - x; n > 0) {
             const TColorLanes hls = LoadColorPlanes(in, x, n);
             const TColorLanes rgb = RgbFromHls(hls.C0, hls.C1, hls.C2);
             StoreColorLanes<3>(out + x * 3, n, {rgb.C2, rgb.C1, rgb.C0});
