@@ -14,7 +14,6 @@
 #include <immintrin.h>
 
 #include <algorithm>
-#include <cmath>
 
 namespace framix::prim::FX_SIMD_NS {
 namespace {
@@ -129,14 +128,6 @@ inline __m128i TwistChannel(const VF32 (&b)[kParts], const VF32 (&g)[kParts],
     for (int k = 0; k < kParts; ++k)
         v[k] = ClampF(TwistSum(weights, b[k], g[k], r[k]));
     return ToBytes(v);
-}
-
-inline Ipp8u TwistSample(const float* t, int b, int g, int r)
-{
-    float v = t[0] * float(b) + t[1] * float(g) + t[2] * float(r) + t[3];
-    v = v < 255.0f ? v : 255.0f; // NaN -> 255
-    v = v > 0.0f ? v : 0.0f;
-    return Ipp8u(std::nearbyint(v));
 }
 
 #if defined(FX_SIMD_LEVEL_AVX512)
@@ -327,7 +318,7 @@ IppStatus ColorTwist32f(const T* pSrc, int srcStep, T* pDst, int dstStep, IppiSi
             const int b = s[0], g = s[1], r = s[2];
             Ipp8u* d = out + x * kCh;
             for (int k = 0; k < 3; ++k)
-                d[k] = TwistSample(twist[k], b, g, r);
+                d[k] = FXTwistSample(twist[k], b, g, r);
         }
     }
     return ippStsNoErr;
