@@ -5,6 +5,7 @@
 #include "framework/primitives/FXImageRows.h"
 #include "framework/primitives/FXRound.h"
 #include "framework/primitives/simd/FXVec.h"
+#include "framework/primitives/simd/FXVecDivide.h"
 #include "framework/primitives/simd/FXVecWordDot.h"
 
 #include "framework/primitives/families/FXPointRows.h"
@@ -37,18 +38,13 @@ inline VU16 CompositeByteWeights(VU16 a, VU16 b, VU16 p, VU16 q)
     return RoundDiv255(AddSat(MulLo(a, p), MulLo(b, q)));
 }
 
-// round(n / 65025) for 0 <= n < 255.5 * 65025; larger n give 256 or more. n is exact as a float
-// and n * (1 / 65025) + 0.5 (the reciprocal rounded to a float) is rounded once by the fused
-// multiply-add, or twice without it; either way its truncation was checked equal to the exact
-// quotient for every such n.
+// round(n / 65025) for 0 <= n < 255.5 * 65025; larger n give 256 or more. 65025 is odd, so
+// DivRoundOddSmall's steps apply; its general bound does not reach this far, but the steps were
+// checked equal to the exact quotient for every such n (with and without the fused
+// multiply-add).
 inline VI32 RoundDiv65025(VI32 n)
 {
-    const VF32 reciprocal = SplatF32(float(1.0 / 65025.0)), half = SplatF32(0.5f);
-#if defined(FX_SIMD_LEVEL_SSE41)
-    return TruncToI32(Add(Mul(ToF32(n), reciprocal), half));
-#else
-    return TruncToI32(MulAdd(ToF32(n), reciprocal, half));
-#endif
+    return DivRoundOddSmall(n, SplatF32(float(1.0 / 65025.0)));
 }
 
 // Two byte vectors as sample pairs: lane k of each 128-bit block of Lane[q] holds (A, B), the
@@ -104,7 +100,7 @@ IppStatus CompositeConst8(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, 
         return ippStsNoErr;
     }
     const TWeightHalves halves(SplatI32(int(w.P | w.Q << 16)));
-    const auto run = [&]<bool kFused>() {
+    WithWordDotProducts([&]<bool kFused>() {
         ForEachRow(a, aStep, b, bStep, d, dStep, roi, channels,
                    [&](const Ipp8u* x, const Ipp8u* y, Ipp8u* z, int) {
                        const TSamplePairs s(Load(x), Load(y));
@@ -113,11 +109,7 @@ IppStatus CompositeConst8(const Ipp8u* a, int aStep, const Ipp8u* b, int bStep, 
                            r[k] = CompositePairs<kFused>(s.Lane[k], halves.First, halves.Second);
                        Store(z, PackComposites(r));
                    });
-    };
-    if (HasWordDotProducts())
-        run.template operator()<true>();
-    else
-        run.template operator()<false>();
+    });
     return ippStsNoErr;
 }
 
@@ -325,13 +317,12 @@ template <int... Types>
 void CompositePixelsOf(int alphaType, std::integer_sequence<int, Types...>, const Ipp8u* a,
                        int aStep, const Ipp8u* b, int bStep, Ipp8u* d, int dStep, IppiSize roi)
 {
-    const bool fused = HasWordDotProducts();
-    ((alphaType == Types
-          ? (fused ? CompositePixels<Types, true>(a, aStep, b, bStep, d, dStep, roi)
-                   : CompositePixels<Types, false>(a, aStep, b, bStep, d, dStep, roi),
-             0)
-          : 0),
-     ...);
+    WithWordDotProducts([&]<bool kFused>() {
+        ((alphaType == Types
+              ? (CompositePixels<Types, kFused>(a, aStep, b, bStep, d, dStep, roi), 0)
+              : 0),
+         ...);
+    });
 }
 
 } // namespace

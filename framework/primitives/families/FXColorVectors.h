@@ -224,14 +224,12 @@ inline void FixedConvertPixels(const Ipp8u* in, Ipp8u* out)
 template <TFXLayout L, TFXFixedMatrix M, TFXFixedPlan P>
 IppStatus FixedConvert(const Ipp8u* pSrc, int srcStep, Ipp8u* pDst, int dstStep, IppiSize roi)
 {
-    constexpr int kCh = FXChannels(L);
-    if (HasWordDotProducts())
-        return ForEachPixelVector<kCh>(
-            pSrc, srcStep, pDst, dstStep, roi,
-            [](const Ipp8u* in, Ipp8u* out) { FixedConvertPixels<kCh, M, P, true>(in, out); });
-    return ForEachPixelVector<kCh>(
-        pSrc, srcStep, pDst, dstStep, roi,
-        [](const Ipp8u* in, Ipp8u* out) { FixedConvertPixels<kCh, M, P, false>(in, out); });
+    return WithWordDotProducts([&]<bool kFused>() {
+        return ForEachPixelVector<FXChannels(L)>(
+            pSrc, srcStep, pDst, dstStep, roi, [](const Ipp8u* in, Ipp8u* out) {
+                FixedConvertPixels<FXChannels(L), M, P, kFused>(in, out);
+            });
+    });
 }
 
 // A colour family's kernel for layout L that converts every pixel with kConvert (pixel lanes

@@ -34,4 +34,13 @@ template <bool kFused> inline VI32 MulAddTo(VI32 sum, VI32 pairs, VI32 weights)
     return Add(sum, MulAddPairs(VI16{pairs.V}, VI16{weights.V}));
 }
 
+// body.template operator()<kFused>() with kFused = HasWordDotProducts(): a kernel compiles both
+// forms and the processor picks one per call.
+template <class Body> inline decltype(auto) WithWordDotProducts(Body&& body)
+{
+    if (HasWordDotProducts())
+        return body.template operator()<true>();
+    return body.template operator()<false>();
+}
+
 } // namespace framix::prim::FX_SIMD_NS
